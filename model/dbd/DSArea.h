@@ -1,0 +1,33 @@
+// DSArea.h — an area of a DEDB, hung off a DSDSColl link through DSHasArea.
+// The class's attributes and roles are its rows in DSArea.def; each row gives a
+// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
+// accessors (roles), a table row and a change bit, in row order.
+#pragma once
+
+#include "model/framework/ObjectClass.h"
+#include "model/framework/ObjectClass.h"
+
+#define KR_ROWS "model/dbd/DSArea.def"
+#define KR_ATTR(n, t)
+#define KR_NAME(n)
+#define KR_ROLE(n, o, l, i, f) class o; class l;
+#include KR_ROWS
+#include "model/framework/RowsUndef.inc"
+
+KR_DECLARE_HANDLE(DSArea, ADObject)
+
+class _DSArea : public _ADObject {
+#define KR_CLASS DSArea
+#define KR_BASE _ADObject
+#include "model/framework/ObjectBody.inc"
+#undef KR_CLASS
+#undef KR_BASE
+
+    // Declared operations without behaviour in this model: they change
+    // nothing and answer zero, null or the shared empty statement.
+    int validateAREA(KVException* messages, char* dbdName);
+    DSmacro& writeAREA();
+};
+#undef KR_ROWS
+
+KR_DEFINE_ARROW(DSArea)

@@ -1,0 +1,28 @@
+// DSCompRoutine.h — the compression routine of one segment.
+// The class's attributes and roles are its rows in DSCompRoutine.def; each row gives a
+// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
+// accessors (roles), a table row and a change bit, in row order.
+#pragma once
+
+#include "model/framework/ObjectClass.h"
+#include "model/framework/ObjectClass.h"
+
+#define KR_ROWS "model/dbd/DSCompRoutine.def"
+#define KR_ATTR(n, t)
+#define KR_NAME(n)
+#define KR_ROLE(n, o, l, i, f) class o; class l;
+#include KR_ROWS
+#include "model/framework/RowsUndef.inc"
+
+KR_DECLARE_HANDLE(DSCompRoutine, ADObject)
+
+class _DSCompRoutine : public _ADObject {
+#define KR_CLASS DSCompRoutine
+#define KR_BASE _ADObject
+#include "model/framework/ObjectBody.inc"
+#undef KR_CLASS
+#undef KR_BASE
+};
+#undef KR_ROWS
+
+KR_DEFINE_ARROW(DSCompRoutine)

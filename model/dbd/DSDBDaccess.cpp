@@ -1,0 +1,17 @@
+// DSDBDaccess.cpp — DSDBDaccess expanded from its rows, and its operations without behaviour.
+#include "model/dbd/DSDBDaccess.h"
+
+#include "model/links/DSLinks.h"
+
+#define KR_CLASS DSDBDaccess
+#define KR_BASE _ADObject
+#define KR_HANDLE_BASE ADObject
+#define KR_ROWS "model/dbd/DSDBDaccess.def"
+#include "model/framework/ObjectDefinitions.inc"
+#undef KR_CLASS
+#undef KR_BASE
+#undef KR_HANDLE_BASE
+#undef KR_ROWS
+
+int _DSDBDaccess::validateDBDtype(KVException*) { return 0; }
+DSmacro& _DSDBDaccess::writeDBD() { return DSmacro::empty(); }

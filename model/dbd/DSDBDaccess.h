@@ -1,0 +1,33 @@
+// DSDBDaccess.h — the access method of a DBD, tied to it by DSDefinedByAccess; the base of the five access types.
+// The class's attributes and roles are its rows in DSDBDaccess.def; each row gives a
+// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
+// accessors (roles), a table row and a change bit, in row order.
+#pragma once
+
+#include "model/framework/ObjectClass.h"
+#include "model/framework/ObjectClass.h"
+
+#define KR_ROWS "model/dbd/DSDBDaccess.def"
+#define KR_ATTR(n, t)
+#define KR_NAME(n)
+#define KR_ROLE(n, o, l, i, f) class o; class l;
+#include KR_ROWS
+#include "model/framework/RowsUndef.inc"
+
+KR_DECLARE_HANDLE(DSDBDaccess, ADObject)
+
+class _DSDBDaccess : public _ADObject {
+#define KR_CLASS DSDBDaccess
+#define KR_BASE _ADObject
+#include "model/framework/ObjectBody.inc"
+#undef KR_CLASS
+#undef KR_BASE
+
+    // Declared operations without behaviour in this model: they change
+    // nothing and answer zero, null or the shared empty statement.
+    virtual int validateDBDtype(KVException* messages);
+    virtual DSmacro& writeDBD();
+};
+#undef KR_ROWS
+
+KR_DEFINE_ARROW(DSDBDaccess)

@@ -1,0 +1,17 @@
+// DSDBDdedb.cpp — DSDBDdedb expanded from its rows, and its operations without behaviour.
+#include "model/dbd/DSDBDdedb.h"
+
+#include "model/links/DSLinks.h"
+
+#define KR_CLASS DSDBDdedb
+#define KR_BASE _DSDBDaccess
+#define KR_HANDLE_BASE DSDBDaccess
+#define KR_ROWS "model/dbd/DSDBDdedb.def"
+#include "model/framework/ObjectDefinitions.inc"
+#undef KR_CLASS
+#undef KR_BASE
+#undef KR_HANDLE_BASE
+#undef KR_ROWS
+
+int _DSDBDdedb::validateDBDtype(KVException*) { return 0; }
+DSmacro& _DSDBDdedb::writeDBD() { return DSmacro::empty(); }

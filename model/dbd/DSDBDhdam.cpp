@@ -1,0 +1,16 @@
+// DSDBDhdam.cpp — DSDBDhdam expanded from its rows, and its operations without behaviour.
+#include "model/dbd/DSDBDhdam.h"
+
+#include "model/links/DSLinks.h"
+
+#define KR_CLASS DSDBDhdam
+#define KR_BASE _DSDBDdedb
+#define KR_HANDLE_BASE DSDBDdedb
+#define KR_ROWS "model/dbd/DSDBDhdam.def"
+#include "model/framework/ObjectDefinitions.inc"
+#undef KR_CLASS
+#undef KR_BASE
+#undef KR_HANDLE_BASE
+#undef KR_ROWS
+
+DSmacro& _DSDBDhdam::writeDBD() { return DSmacro::empty(); }

@@ -1,0 +1,17 @@
+// DSDBDhidam.cpp — DSDBDhidam expanded from its rows, and its operations without behaviour.
+#include "model/dbd/DSDBDhidam.h"
+
+#include "model/links/DSLinks.h"
+
+#define KR_CLASS DSDBDhidam
+#define KR_BASE _DSDBDaccess
+#define KR_HANDLE_BASE DSDBDaccess
+#define KR_ROWS "model/dbd/DSDBDhidam.def"
+#include "model/framework/ObjectDefinitions.inc"
+#undef KR_CLASS
+#undef KR_BASE
+#undef KR_HANDLE_BASE
+#undef KR_ROWS
+
+int _DSDBDhidam::validateDBDtype(KVException*) { return 0; }
+DSmacro& _DSDBDhidam::writeDBD() { return DSmacro::empty(); }

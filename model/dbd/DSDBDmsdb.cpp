@@ -1,0 +1,17 @@
+// DSDBDmsdb.cpp — DSDBDmsdb expanded from its rows, and its operations without behaviour.
+#include "model/dbd/DSDBDmsdb.h"
+
+#include "model/links/DSLinks.h"
+
+#define KR_CLASS DSDBDmsdb
+#define KR_BASE _DSDBDaccess
+#define KR_HANDLE_BASE DSDBDaccess
+#define KR_ROWS "model/dbd/DSDBDmsdb.def"
+#include "model/framework/ObjectDefinitions.inc"
+#undef KR_CLASS
+#undef KR_BASE
+#undef KR_HANDLE_BASE
+#undef KR_ROWS
+
+int _DSDBDmsdb::validateDBDtype(KVException*) { return 0; }
+DSmacro& _DSDBDmsdb::writeDBD() { return DSmacro::empty(); }

@@ -1,0 +1,17 @@
+// DSExit.cpp — DSExit expanded from its rows, and its operations without behaviour.
+#include "model/dbd/DSExit.h"
+
+#include "model/links/DSLinks.h"
+
+#define KR_CLASS DSExit
+#define KR_BASE _ADObject
+#define KR_HANDLE_BASE ADObject
+#define KR_ROWS "model/dbd/DSExit.def"
+#include "model/framework/ObjectDefinitions.inc"
+#undef KR_CLASS
+#undef KR_BASE
+#undef KR_HANDLE_BASE
+#undef KR_ROWS
+
+int _DSExit::validateEXIT(KVException*) { return 0; }
+char* _DSExit::writeEXIT() { return nullptr; }

@@ -1,0 +1,38 @@
+// DSSegment.h — a segment: one record type in the hierarchy of a DBD, with its fields, exits, compression routine and physical parent and children.
+// The class's attributes and roles are its rows in DSSegment.def; each row gives a
+// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
+// accessors (roles), a table row and a change bit, in row order.
+#pragma once
+
+#include "model/framework/ObjectClass.h"
+#include "model/framework/ObjectClass.h"
+
+#define KR_ROWS "model/dbd/DSSegment.def"
+#define KR_ATTR(n, t)
+#define KR_NAME(n)
+#define KR_ROLE(n, o, l, i, f) class o; class l;
+#include KR_ROWS
+#include "model/framework/RowsUndef.inc"
+
+KR_DECLARE_HANDLE(DSSegment, ADObject)
+
+class _DSSegment : public _ADObject {
+#define KR_CLASS DSSegment
+#define KR_BASE _ADObject
+#include "model/framework/ObjectBody.inc"
+#undef KR_CLASS
+#undef KR_BASE
+
+    // Declared operations without behaviour in this model: they change
+    // nothing and answer zero, null or the shared empty statement.
+    virtual char* getName();
+    virtual unsigned long realLength();
+    virtual int validateSEGM(KVException* messages, unsigned short level, char* dbdName);
+    virtual DSmacro& writeSEGM();
+    DSModelCollection* getNormalFields();
+    DSModelCollection* getSequenceFields();
+    void renameAliases();
+};
+#undef KR_ROWS
+
+KR_DEFINE_ARROW(DSSegment)

@@ -1,0 +1,19 @@
+// DSSegmentComplex.cpp — DSSegmentComplex expanded from its rows, and its operations without behaviour.
+#include "model/dbd/DSSegmentComplex.h"
+
+#include "model/links/DSLinks.h"
+
+#define KR_CLASS DSSegmentComplex
+#define KR_BASE _DSSegment
+#define KR_HANDLE_BASE DSSegment
+#define KR_ROWS "model/dbd/DSSegmentComplex.def"
+#include "model/framework/ObjectDefinitions.inc"
+#undef KR_CLASS
+#undef KR_BASE
+#undef KR_HANDLE_BASE
+#undef KR_ROWS
+
+unsigned long _DSSegmentComplex::realLength() { return 0; }
+int _DSSegmentComplex::validateSEGM(KVException*, unsigned short, char*) { return 0; }
+DSmacro& _DSSegmentComplex::writeSEGM() { return DSmacro::empty(); }
+void _DSSegmentComplex::touchDependentObjects() { }

@@ -1,0 +1,35 @@
+// DSSegmentComplex.h — the segment of the full-function access types: logical relationships, secondary indexes and a dataset.
+// The class's attributes and roles are its rows in DSSegmentComplex.def; each row gives a
+// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
+// accessors (roles), a table row and a change bit, in row order.
+#pragma once
+
+#include "model/framework/ObjectClass.h"
+#include "model/dbd/DSSegment.h"
+
+#define KR_ROWS "model/dbd/DSSegmentComplex.def"
+#define KR_ATTR(n, t)
+#define KR_NAME(n)
+#define KR_ROLE(n, o, l, i, f) class o; class l;
+#include KR_ROWS
+#include "model/framework/RowsUndef.inc"
+
+KR_DECLARE_HANDLE(DSSegmentComplex, DSSegment)
+
+class _DSSegmentComplex : public _DSSegment {
+#define KR_CLASS DSSegmentComplex
+#define KR_BASE _DSSegment
+#include "model/framework/ObjectBody.inc"
+#undef KR_CLASS
+#undef KR_BASE
+
+    // Declared operations without behaviour in this model: they change
+    // nothing and answer zero, null or the shared empty statement.
+    unsigned long realLength() override;
+    int validateSEGM(KVException* messages, unsigned short level, char* dbdName) override;
+    DSmacro& writeSEGM() override;
+    void touchDependentObjects();
+};
+#undef KR_ROWS
+
+KR_DEFINE_ARROW(DSSegmentComplex)

@@ -1,0 +1,34 @@
+// DSSegmentLogical.h — a segment of a logical database, built from ordered source segments.
+// The class's attributes and roles are its rows in DSSegmentLogical.def; each row gives a
+// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
+// accessors (roles), a table row and a change bit, in row order.
+#pragma once
+
+#include "model/framework/ObjectClass.h"
+#include "model/dbd/DSSegment.h"
+
+#define KR_ROWS "model/dbd/DSSegmentLogical.def"
+#define KR_ATTR(n, t)
+#define KR_NAME(n)
+#define KR_ROLE(n, o, l, i, f) class o; class l;
+#include KR_ROWS
+#include "model/framework/RowsUndef.inc"
+
+KR_DECLARE_HANDLE(DSSegmentLogical, DSSegment)
+
+class _DSSegmentLogical : public _DSSegment {
+#define KR_CLASS DSSegmentLogical
+#define KR_BASE _DSSegment
+#include "model/framework/ObjectBody.inc"
+#undef KR_CLASS
+#undef KR_BASE
+
+    // Declared operations without behaviour in this model: they change
+    // nothing and answer zero, null or the shared empty statement.
+    char* getName() override;
+    int validateSEGM(KVException* messages, unsigned short level, char* dbdName) override;
+    DSmacro& writeSEGM() override;
+};
+#undef KR_ROWS
+
+KR_DEFINE_ARROW(DSSegmentLogical)

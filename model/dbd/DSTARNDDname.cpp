@@ -1,0 +1,15 @@
+// DSTARNDDname.cpp — DSTARNDDname expanded from its rows, and its operations without behaviour.
+#include "model/dbd/DSTARNDDname.h"
+
+#include "model/links/DSLinks.h"
+
+#define KR_CLASS DSTARNDDname
+#define KR_BASE _ADObject
+#define KR_HANDLE_BASE ADObject
+#define KR_ROWS "model/dbd/DSTARNDDname.def"
+#include "model/framework/ObjectDefinitions.inc"
+#undef KR_CLASS
+#undef KR_BASE
+#undef KR_HANDLE_BASE
+#undef KR_ROWS
+

@@ -1,0 +1,174 @@
+// KRAttributes.h — the value types an attribute row may have and the one setter
+// algorithm every attribute of every class uses: keep-changed test, store on
+// change, change bit on 4 and 8 (never for a name attribute), notification.
+#pragma once
+
+#include "platform/repository/ADObject.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+namespace kr {
+
+// An owned, nul-terminated heap copy (null when unset).
+class OwnedString {
+public:
+    OwnedString() noexcept = default;
+    OwnedString(const OwnedString&) = delete;
+    OwnedString& operator=(const OwnedString&) = delete;
+    ~OwnedString() { std::free(p_); }
+    char* get() const noexcept { return p_; }
+    bool equals(const char* v) const noexcept {
+        if (!p_ || !v) return !p_ && !v;
+        return std::strcmp(p_, v) == 0;
+    }
+    void assign(const char* v) {
+        std::free(p_);
+        p_ = v ? strdup(v) : nullptr;  // a failed copy stores null
+    }
+
+private:
+    char* p_ = nullptr;
+};
+
+// Row type traits: C++ value type, argument type, storage, table name, width and
+// the union members of ADGetter/ADSetter that carry the accessors.
+#define KR_SCALAR_TYPE(TAG, VALUE, NAME, WIDTH, MEMBER)                                              \
+    struct TAG {                                                                                     \
+        using value = VALUE;                                                                         \
+        using arg = VALUE;                                                                           \
+        using storage = VALUE;                                                                       \
+        using Getter = VALUE (_ADObject::*)();                                                       \
+        using Setter = void (_ADObject::*)(VALUE, omSetProcessing);                                  \
+        static constexpr const char* name = NAME;                                                    \
+        static constexpr std::int32_t width = WIDTH;                                                 \
+        static constexpr ADGetter getter(Getter g) { return ADGetter{.MEMBER = g}; }                 \
+        static constexpr ADSetter setter(Setter s) { return ADSetter{.MEMBER = s}; }                 \
+        static value read(const storage& s) noexcept { return s; }                                   \
+        static bool equals(const storage& s, arg v) noexcept { return s == v; }                      \
+        static void assign(storage& s, arg v) noexcept { s = v; }                                    \
+    };
+
+KR_SCALAR_TYPE(boolean_t, int, "boolean", 4, boolean)
+KR_SCALAR_TYPE(short_t, short, "short", 2, shortv)
+KR_SCALAR_TYPE(ushort_t, unsigned short, "ushort", 2, ushortv)
+KR_SCALAR_TYPE(long_t, long, "long", 4, longv)
+KR_SCALAR_TYPE(char_t, char, "char", 1, charv)
+#undef KR_SCALAR_TYPE
+
+struct string_t {
+    using value = char*;
+    using arg = const char*;
+    using storage = OwnedString;
+    using Getter = char* (_ADObject::*)();
+    using Setter = void (_ADObject::*)(const char*, omSetProcessing);
+    static constexpr const char* name = "string";
+    static constexpr std::int32_t width = 4;
+    static constexpr ADGetter getter(Getter g) { return ADGetter{.str = g}; }
+    static constexpr ADSetter setter(Setter s) { return ADSetter{.str = s}; }
+    static value read(const storage& s) noexcept { return s.get(); }
+    static bool equals(const storage& s, arg v) noexcept { return s.equals(v); }
+    static void assign(storage& s, arg v) { s.assign(v); }
+};
+
+inline bool bitSet(const unsigned char* bits, int row) noexcept {
+    return (bits[row / 8] & (1u << (row % 8))) != 0;
+}
+inline void setBit(unsigned char* bits, int row, bool on) noexcept {
+    unsigned char mask = static_cast<unsigned char>(1u << (row % 8));
+    bits[row / 8] = static_cast<unsigned char>(on ? (bits[row / 8] | mask) : (bits[row / 8] & ~mask));
+}
+
+// The setter rule of every attribute. A name attribute (flag 0x80004) stores
+// and notifies but never touches its own change bit.
+template <class Tr>
+void setAttribute(_ADObject* self, unsigned char* bits, int row, typename Tr::storage& slot,
+                  typename Tr::arg value, omSetProcessing how, bool nameAttribute, const char* name) {
+    if ((how & omKeepChanged) && bitSet(bits, row)) return;
+    if (how & omStore) {
+        if (Tr::equals(slot, value)) return;
+        Tr::assign(slot, value);
+    }
+    if (!nameAttribute) {
+        if (how & omSetChanged) setBit(bits, row, true);
+        if (how & omClearChanged) setBit(bits, row, false);
+    }
+    if (how & (omStore | omSetChanged)) self->processNotification(name);
+}
+
+// The row of an own table whose name matches, in table order; -1 if none.
+inline int ownRow(const ADAttributeEntry* rows, int count, const char* name) noexcept {
+    if (!name) return -1;
+    for (int i = 0; i < count; ++i)
+        if (std::strcmp(rows[i].name, name) == 0) return i;
+    return -1;
+}
+
+// getChangeFlag of a class with its own rows; `up` answers for the superclass.
+template <class Up>
+unsigned long changeFlag(_ADObject* self, const ADAttributeEntry* rows, int count, const unsigned char* bits,
+                         const char* name, Up up) {
+    if (!name) {
+        if (self->status() & adStatusNew) return 1;
+        if (self->status() & adStatusDeleted) return 8;
+        for (int i = 0; i < (count + 7) / 8; ++i)
+            if (bits[i]) return 4;
+        return up(nullptr) ? 4 : 0;
+    }
+    int row = ownRow(rows, count, name);
+    if (row < 0) return up(name);
+    return bits[row / 8] & (1u << (row % 8));
+}
+
+// setChangeBit: exactly 8 clears, any other value sets; 1 for an own row.
+template <class Up>
+unsigned long changeBit(const ADAttributeEntry* rows, int count, unsigned char* bits, const char* name,
+                        omSetProcessing how, Up up) {
+    int row = ownRow(rows, count, name);
+    if (row < 0) return up(name, how);
+    setBit(bits, row, how != omClearChanged);
+    return 1;
+}
+
+inline int isNamed(const char* asked, const char* own) noexcept {
+    return asked && std::strcmp(asked, own) == 0;
+}
+
+// Table rows.
+template <class Tr, class Impl>
+constexpr ADAttributeEntry attributeRow(const char* name, typename Tr::value (Impl::*get)(),
+                                        void (Impl::*set)(typename Tr::arg, omSetProcessing), const void* word,
+                                        std::uint32_t flags) {
+    return ADAttributeEntry{name,
+                            nullptr,
+                            Tr::name,
+                            Tr::width,
+                            word,
+                            Tr::getter(static_cast<typename Tr::Getter>(get)),
+                            Tr::setter(static_cast<typename Tr::Setter>(set)),
+                            0,
+                            flags};
+}
+
+template <class Impl>
+constexpr ADAttributeEntry roleRow(const char* name, const char* inverse, const char* other,
+                                   const char* linkClass, DSModelCollection* (Impl::*get)(), std::uint32_t flags) {
+    return ADAttributeEntry{name,
+                            inverse,
+                            other,
+                            4,
+                            linkClass,
+                            ADGetter{.role = static_cast<DSModelCollection* (_ADObject::*)()>(get)},
+                            ADSetter{},
+                            0,
+                            flags};
+}
+
+}  // namespace kr
+
+#define KR_CAT_(a, b) a##b
+#define KR_CAT(a, b) KR_CAT_(a, b)
+#define KR_STR_(a) #a
+#define KR_STR(a) KR_STR_(a)
+#define KR_IMPL(C) KR_CAT(_, C)

@@ -1,0 +1,67 @@
+// Registration.cpp — the class table and the factory, both expanded from the
+// class list classes.def and the link catalogue links.def. The factory finds a
+// class by the registrar's hash of its name in a table sorted at compile time.
+#include "model/framework/Registration.h"
+
+#include "model/links/DSLinks.h"
+
+#include <algorithm>
+#include <array>
+#include <new>
+
+const char* const ewswtarnComponentName = "ewswtarn";
+
+_classStruct ewswtarnClassTable[] = {
+#define KR_OBJECT_CLASS(C, SUPER) {#C, #SUPER, KR_IMPL(C)::krTable},
+#include "model/framework/classes.def"
+#define KR_LINK(C, ...) {#C, "ADLink", KR_IMPL(C)::krTable},
+#include "model/links/links.def"
+    {nullptr, nullptr, nullptr},
+};
+
+namespace {
+// The same hash as DSRegistrar::hashFn, at compile time.
+constexpr unsigned long classHash(const char* name) {
+    unsigned long h = 0;
+    for (; *name; ++name) h = (h * 32 + static_cast<unsigned char>(*name)) % 1000003UL;
+    return h;
+}
+
+struct FactoryEntry {
+    unsigned long hash;
+    ADObject* (*make)(const char* context, const char* objID);
+};
+
+template <class H>
+ADObject* make(const char* context, const char* objID) {
+    return new (std::nothrow) H(context, objID, 1);
+}
+
+constexpr auto sortedEntries() {
+    std::array<FactoryEntry, ewswtarnClassCount> e{{
+#define KR_OBJECT_CLASS(C, SUPER) {classHash(#C), &make<C>},
+#include "model/framework/classes.def"
+#define KR_LINK(C, ...) {classHash(#C), &make<C>},
+#include "model/links/links.def"
+    }};
+    std::sort(e.begin(), e.end(), [](const FactoryEntry& a, const FactoryEntry& b) { return a.hash < b.hash; });
+    return e;
+}
+
+constexpr auto entries = sortedEntries();
+
+constexpr bool distinctHashes() {
+    for (size_t i = 1; i < entries.size(); ++i)
+        if (entries[i - 1].hash == entries[i].hash) return false;
+    return true;
+}
+static_assert(distinctHashes(), "two class names share a hash: the factory could not tell them apart");
+}  // namespace
+
+ADObject* ewswtarnFactory(const char* className, const char* context, const char* objID) {
+    unsigned long h = DSRegistrar::hashFn(className);
+    auto it = std::lower_bound(entries.begin(), entries.end(), h,
+                               [](const FactoryEntry& e, unsigned long v) { return e.hash < v; });
+    if (it == entries.end() || it->hash != h) return nullptr;
+    return it->make(context, objID);
+}

@@ -1,0 +1,13 @@
+// Registration.h — the component's registration record: its class table (68
+// rows: the object classes, then the link classes, then a row of nulls), its
+// factory (dispatching on the class name's hash) and its name "ewswtarn".
+#pragma once
+
+#include "platform/repository/DSRegistration.h"
+
+extern _classStruct ewswtarnClassTable[];
+ADObject* ewswtarnFactory(const char* className, const char* context, const char* objID);
+extern const char* const ewswtarnComponentName;
+
+// Number of rows of the class table (without the closing row of nulls).
+constexpr int ewswtarnClassCount = 68;

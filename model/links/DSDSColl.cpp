@@ -1,0 +1,19 @@
+// DSDSColl.cpp — DSDSColl's attribute table and accessors, expanded from its rows, and its
+// operations without behaviour.
+#include "model/links/DSDSColl.h"
+
+#define KR_CLASS DSDSColl
+#define KR_BASE _KRLink
+#define KR_ROWS "model/links/DSDSColl.def"
+#define KR_OWN_OFFSET 2
+#define KR_THIS_LINK_DSDSColl ~, 1
+#include "model/framework/RowsDefinitions.inc"
+#undef KR_CLASS
+#undef KR_BASE
+#undef KR_ROWS
+
+unsigned short _DSDSColl::getSize() { return 0; }
+int _DSDSColl::invalidDDName(char*) { return 0; }
+unsigned long _DSDSColl::maximumBlock(char*) { return 0; }
+unsigned long _DSDSColl::maximumTrack() { return 0; }
+int _DSDSColl::validateDATASET(KVException*, char*, int) { return 0; }

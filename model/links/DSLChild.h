@@ -1,0 +1,22 @@
+// DSLChild.h — the logical child link (LCHILD): a DSSegmentComplex logical parent (source) and its logical child (target), with the LCHILD operands; the source of DSHasPair.
+// Its own rows are in DSLChild.def; its ends in the catalogue links.def.
+#pragma once
+
+#include "model/links/DSLinks.h"
+
+class _DSLChild final : public KRLinkImpl<DSLChild, DSSegmentComplex, DSSegmentComplex, DSLChild::ordered> {
+    KR_LINK_IMPL_MEMBERS(DSLChild)
+#define KR_CLASS DSLChild
+#define KR_BASE _KRLink
+#define KR_ROWS "model/links/DSLChild.def"
+#include "model/framework/RowsBody.inc"
+#undef KR_CLASS
+#undef KR_BASE
+#undef KR_ROWS
+
+    // Operations without behaviour in this model.
+    int validateStatement(KVException* messages);
+    DSmacro& writeLCHILD();
+    char* writeLPARENT();
+};
+KR_DEFINE_ARROW(DSLChild)

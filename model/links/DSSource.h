@@ -1,0 +1,20 @@
+// DSSource.h — the ordered source link of a logical segment, with the SOURCE operands.
+// Its own rows are in DSSource.def; its ends in the catalogue links.def.
+#pragma once
+
+#include "model/links/DSLinks.h"
+
+class _DSSource final : public KRLinkImpl<DSSource, DSSegmentLogical, DSSegment, DSSource::ordered> {
+    KR_LINK_IMPL_MEMBERS(DSSource)
+#define KR_CLASS DSSource
+#define KR_BASE _KRLink
+#define KR_ROWS "model/links/DSSource.def"
+#include "model/framework/RowsBody.inc"
+#undef KR_CLASS
+#undef KR_BASE
+#undef KR_ROWS
+
+    // Operation without behaviour in this model.
+    char* writeSOURCE();
+};
+KR_DEFINE_ARROW(DSSource)

@@ -1,0 +1,16 @@
+// DSOutputDest.cpp — DSOutputDest expanded from its rows, and its operations without behaviour.
+#include "model/psb/DSOutputDest.h"
+
+#include "model/links/DSLinks.h"
+
+#define KR_CLASS DSOutputDest
+#define KR_BASE _ADObject
+#define KR_HANDLE_BASE ADObject
+#define KR_ROWS "model/psb/DSOutputDest.def"
+#include "model/framework/ObjectDefinitions.inc"
+#undef KR_CLASS
+#undef KR_BASE
+#undef KR_HANDLE_BASE
+#undef KR_ROWS
+
+char* _DSOutputDest::writeKeyword() { return nullptr; }

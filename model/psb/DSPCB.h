@@ -1,0 +1,37 @@
+// DSPCB.h — a program communication block: one access path of a PSB, typed through DSSpecifiedByType.
+// The class's attributes and roles are its rows in DSPCB.def; each row gives a
+// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
+// accessors (roles), a table row and a change bit, in row order.
+#pragma once
+
+#include "model/framework/ObjectClass.h"
+#include "platform/techobj/DSTechnologyObject.h"
+
+#define KR_ROWS "model/psb/DSPCB.def"
+#define KR_ATTR(n, t)
+#define KR_NAME(n)
+#define KR_ROLE(n, o, l, i, f) class o; class l;
+#include KR_ROWS
+#include "model/framework/RowsUndef.inc"
+
+KR_DECLARE_HANDLE(DSPCB, DSTechnologyObject)
+
+class _DSPCB : public _DSTechnologyObject {
+#define KR_CLASS DSPCB
+#define KR_BASE _DSTechnologyObject
+#include "model/framework/ObjectBody.inc"
+#undef KR_CLASS
+#undef KR_BASE
+
+    // Declared operations without behaviour in this model: they change
+    // nothing and answer zero, null or the shared empty statement.
+    char* getName();
+    char* getPCBtypeString();
+    int getProcoptFlag();
+    int isUsed();
+    int validatePCB(char** messages);
+    char* writePCBasSource(int options, char* buffer);
+};
+#undef KR_ROWS
+
+KR_DEFINE_ARROW(DSPCB)

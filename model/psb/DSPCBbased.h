@@ -1,0 +1,34 @@
+// DSPCBbased.h — a PCB type based on a DBD, with its processing options.
+// The class's attributes and roles are its rows in DSPCBbased.def; each row gives a
+// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
+// accessors (roles), a table row and a change bit, in row order.
+#pragma once
+
+#include "model/framework/ObjectClass.h"
+#include "model/psb/DSPCBtype.h"
+
+#define KR_ROWS "model/psb/DSPCBbased.def"
+#define KR_ATTR(n, t)
+#define KR_NAME(n)
+#define KR_ROLE(n, o, l, i, f) class o; class l;
+#include KR_ROWS
+#include "model/framework/RowsUndef.inc"
+
+KR_DECLARE_HANDLE(DSPCBbased, DSPCBtype)
+
+class _DSPCBbased : public _DSPCBtype {
+#define KR_CLASS DSPCBbased
+#define KR_BASE _DSPCBtype
+#include "model/framework/ObjectBody.inc"
+#undef KR_CLASS
+#undef KR_BASE
+
+    // Declared operations without behaviour in this model: they change
+    // nothing and answer zero, null or the shared empty statement.
+    char* getPCBtype() override;
+    int validatePCBtype(KVException* messages) override;
+    DSmacro& writePCB() override;
+};
+#undef KR_ROWS
+
+KR_DEFINE_ARROW(DSPCBbased)

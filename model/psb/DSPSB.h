@@ -1,0 +1,40 @@
+// DSPSB.h — a program specification block: the ordered list of PCBs and program-wide options.
+// The class's attributes and roles are its rows in DSPSB.def; each row gives a
+// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
+// accessors (roles), a table row and a change bit, in row order.
+#pragma once
+
+#include "model/framework/ObjectClass.h"
+#include "platform/techobj/DSTechnologyObject.h"
+
+#define KR_ROWS "model/psb/DSPSB.def"
+#define KR_ATTR(n, t)
+#define KR_NAME(n)
+#define KR_ROLE(n, o, l, i, f) class o; class l;
+#include KR_ROWS
+#include "model/framework/RowsUndef.inc"
+
+KR_DECLARE_HANDLE(DSPSB, DSTechnologyObject)
+
+class _DSPSB : public _DSTechnologyObject {
+#define KR_CLASS DSPSB
+#define KR_BASE _DSTechnologyObject
+#include "model/framework/ObjectBody.inc"
+#undef KR_CLASS
+#undef KR_BASE
+
+    // Declared operations without behaviour in this model: they change
+    // nothing and answer zero, null or the shared empty statement.
+    char* getName();
+    int isUsed();
+    int validatePSB(char** messages);
+    DSmacro& writePSB();
+    char* writePSBasSource(int options, char* buffer);
+    void renamePCBs(char* newName);
+    int setFullName(const char* name) override;
+    int setFullName(const char* name, char kind, char option) override;
+    int setFullName(const char* a, const char* b, const char* c, const char* d) override;
+};
+#undef KR_ROWS
+
+KR_DEFINE_ARROW(DSPSB)

@@ -1,0 +1,17 @@
+// DSSenField.cpp — DSSenField expanded from its rows, and its operations without behaviour.
+#include "model/psb/DSSenField.h"
+
+#include "model/links/DSLinks.h"
+
+#define KR_CLASS DSSenField
+#define KR_BASE _ADObject
+#define KR_HANDLE_BASE ADObject
+#define KR_ROWS "model/psb/DSSenField.def"
+#include "model/framework/ObjectDefinitions.inc"
+#undef KR_CLASS
+#undef KR_BASE
+#undef KR_HANDLE_BASE
+#undef KR_ROWS
+
+int _DSSenField::validateSENFLD(KVException*) { return 0; }
+DSmacro& _DSSenField::writeSENFLD() { return DSmacro::empty(); }

@@ -1,0 +1,18 @@
+// DSSenSegment.cpp — DSSenSegment expanded from its rows, and its operations without behaviour.
+#include "model/psb/DSSenSegment.h"
+
+#include "model/links/DSLinks.h"
+
+#define KR_CLASS DSSenSegment
+#define KR_BASE _ADObject
+#define KR_HANDLE_BASE ADObject
+#define KR_ROWS "model/psb/DSSenSegment.def"
+#include "model/framework/ObjectDefinitions.inc"
+#undef KR_CLASS
+#undef KR_BASE
+#undef KR_HANDLE_BASE
+#undef KR_ROWS
+
+char* _DSSenSegment::getName() { return nullptr; }
+int _DSSenSegment::validateSENSEG(KVException*, int) { return 0; }
+DSmacro& _DSSenSegment::writeSENSEG() { return DSmacro::empty(); }

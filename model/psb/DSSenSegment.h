@@ -1,0 +1,34 @@
+// DSSenSegment.h — a sensitive segment (SENSEG) of a database PCB, in its own parent/child hierarchy, mapped onto a DBD segment.
+// The class's attributes and roles are its rows in DSSenSegment.def; each row gives a
+// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
+// accessors (roles), a table row and a change bit, in row order.
+#pragma once
+
+#include "model/framework/ObjectClass.h"
+#include "model/framework/ObjectClass.h"
+
+#define KR_ROWS "model/psb/DSSenSegment.def"
+#define KR_ATTR(n, t)
+#define KR_NAME(n)
+#define KR_ROLE(n, o, l, i, f) class o; class l;
+#include KR_ROWS
+#include "model/framework/RowsUndef.inc"
+
+KR_DECLARE_HANDLE(DSSenSegment, ADObject)
+
+class _DSSenSegment : public _ADObject {
+#define KR_CLASS DSSenSegment
+#define KR_BASE _ADObject
+#include "model/framework/ObjectBody.inc"
+#undef KR_CLASS
+#undef KR_BASE
+
+    // Declared operations without behaviour in this model: they change
+    // nothing and answer zero, null or the shared empty statement.
+    char* getName();
+    int validateSENSEG(KVException* messages, int level);
+    DSmacro& writeSENSEG();
+};
+#undef KR_ROWS
+
+KR_DEFINE_ARROW(DSSenSegment)

@@ -1,0 +1,187 @@
+// ADObject.cpp — handle counting, the implementation base, notifications and the
+// generic reference walk that releases a repository.
+#include "platform/repository/ADObject.h"
+
+#include "platform/repository/DSRegistrar.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+// ---- handle -------------------------------------------------------------
+
+ADObject::ADObject(const char*, const char*, int) noexcept : impl_(nullptr) {}
+
+ADObject::ADObject(_ADObject* impl) noexcept : impl_(impl) {
+    if (impl_) impl_->newHandle();
+}
+
+ADObject::ADObject(const ADObject& other) noexcept : impl_(other.impl_) {
+    if (impl_) impl_->newHandle();
+}
+
+ADObject& ADObject::operator=(const ADObject& other) noexcept {
+    if (this != &other) *this = other.impl_;
+    return *this;
+}
+
+ADObject& ADObject::operator=(ADObject&& other) noexcept {
+    if (this != &other) {
+        _ADObject* incoming = other.release();
+        ADObject old;
+        old.impl_ = impl_;
+        impl_ = incoming;
+    }
+    return *this;
+}
+
+ADObject& ADObject::operator=(_ADObject* impl) noexcept {
+    if (impl == impl_) return *this;
+    if (impl) impl->newHandle();
+    ADObject old;
+    old.impl_ = impl_;
+    impl_ = impl;
+    return *this;  // `old` releases the previous object
+}
+
+ADObject::~ADObject() {
+    if (!impl_) return;
+    // The implementation's destructor gives back the last handle itself.
+    if (impl_->_get_useCount() <= 1)
+        delete impl_;
+    else
+        impl_->freeHandle();
+    impl_ = nullptr;
+}
+
+void ADObject::adopt(_ADObject* impl) noexcept { impl_ = impl; }
+
+const char* ADObject::defaultObjID() noexcept { return "*new*"; }
+
+// ---- implementation base ------------------------------------------------
+
+namespace {
+std::atomic<unsigned long> nextIdentity{1};
+
+std::string identityFor(const char* objID) {
+    if (objID && std::strcmp(objID, ADObject::defaultObjID()) != 0) return objID;
+    return "#" + std::to_string(nextIdentity++);
+}
+
+adnotify::Listener& listener() {
+    static adnotify::Listener l;
+    return l;
+}
+
+ADAttributeEntry baseTable[] = {
+    {"adName", nullptr, "string", 4, nullptr,
+     ADGetter{.str = &_ADObject::_get_adName}, ADSetter{.str = &_ADObject::_set_adName}, 0, 0x4},
+    {},
+};
+}  // namespace
+
+_ADObject::_ADObject(const char* context, const char* objID, int)
+    : useCount_(1),
+      status_(0),
+      changes_(0),
+      registeredClass_(nullptr),
+      adName_(nullptr),
+      objID_(identityFor(objID)),
+      key_(context ? context : "") {}
+
+_ADObject::~_ADObject() {
+    releaseLastHandle();
+    std::free(adName_);
+}
+
+void _ADObject::releaseLastHandle() noexcept {
+    if (useCount_ != 1) return;
+    freeHandle();
+    if (!(status_ & adStatusDeleted)) DSRegistrar::deRegisterObj(this);
+}
+
+const char* _ADObject::whoAmI() { return "ADObject"; }
+const char* _ADObject::getClassName() { return whoAmI(); }
+ADObject* _ADObject::createNewHandle() { return new ADObject(this); }
+int _ADObject::isNamedObject() { return 0; }
+int _ADObject::isRelationshipObject() { return 0; }
+
+int _ADObject::isKindOf(const char* className) {
+    return className && std::strcmp(className, "ADObject") == 0;
+}
+
+void _ADObject::markDeleted(DSModelCollection* deleted, int) {
+    if (status_ & adStatusDeleted) return;
+    DSRegistrar::deRegisterObj(this);
+    status_ |= adStatusDeleted;
+    if (deleted) deleted->addLast(ADObject(this));
+}
+
+ADAttributeEntry* _ADObject::ownTable() noexcept { return baseTable; }
+ADAttributeEntry* _ADObject::attributeTable() { return baseTable; }
+
+ADAttributeEntry* _ADObject::nextAttributeTable(ADAttributeEntry* previous) {
+    return previous ? nullptr : attributeTable();
+}
+
+unsigned long _ADObject::getChangeFlag(const char* name) {
+    if (!name) {
+        if (status_ & adStatusNew) return 1;
+        if (status_ & adStatusDeleted) return 8;
+        return changes_ ? 4 : 0;
+    }
+    if (std::strcmp(name, "adName") == 0) return changes_ & 1u;
+    return 0;
+}
+
+unsigned long _ADObject::setChangeBit(const char* name, omSetProcessing how) {
+    if (!name || std::strcmp(name, "adName") != 0) return 0;
+    if (how == omClearChanged)
+        changes_ &= static_cast<unsigned char>(~1u);
+    else
+        changes_ |= 1u;
+    return 1;
+}
+
+void _ADObject::_set_adName(const char* value, omSetProcessing how) {
+    if ((how & omKeepChanged) && (changes_ & 1u)) return;
+    if (how & omStore) {
+        if (!value && !adName_) return;
+        if (value && adName_ && std::strcmp(value, adName_) == 0) return;
+        std::free(adName_);
+        adName_ = value ? strdup(value) : nullptr;
+    }
+    if (how & omSetChanged) changes_ |= 1u;
+    if (how & omClearChanged) changes_ &= static_cast<unsigned char>(~1u);
+    if (how & (omStore | omSetChanged)) processNotification("adName");
+}
+
+void _ADObject::processNotification(const char* name) {
+    if (listener().notification) listener().notification(this, name);
+}
+
+void _ADObject::processChangeFlag() {
+    if (listener().changeFlag) listener().changeFlag(this);
+}
+
+void _ADObject::dropReferences(std::vector<ADObject>& into) {
+    for (ADAttributeEntry* t = nextAttributeTable(nullptr); t; t = nextAttributeTable(t)) {
+        for (ADAttributeEntry* row = t; row->name; ++row) {
+            if (adIsRoleRow(*row) && row->getter.role) {
+                (this->*row->getter.role)()->drainInto(into);
+            } else if (adIsEndRow(*row) && row->getter.end) {
+                ADObject* end = (this->*row->getter.end)();
+                if (end && !end->isEmpty()) into.push_back(std::move(*end));
+            }
+        }
+    }
+}
+
+namespace adnotify {
+Listener setListener(Listener l) {
+    Listener old = std::move(listener());
+    listener() = std::move(l);
+    return old;
+}
+}  // namespace adnotify

@@ -1,0 +1,47 @@
+// DSModelCollection.h — the repository client's ordered collection of object
+// handles with one cursor. Roles keep their link handles in it; `first` and
+// `next` move the cursor and answer the handle there, or null past the end.
+#pragma once
+
+#include "platform/repository/ADObject.h"
+
+#include <vector>
+
+class DSModelCollection {
+public:
+    DSModelCollection() = default;
+    DSModelCollection(const DSModelCollection&) = delete;
+    DSModelCollection& operator=(const DSModelCollection&) = delete;
+
+    ADObject* first() noexcept;
+    ADObject* next() noexcept;
+    long count() const noexcept { return static_cast<long>(items_.size()); }
+    // Position of the cursor, -1 before the first element or past the end.
+    long indexOf() const noexcept;
+    // Position of the element holding the same object, -1 if absent.
+    long indexOf(const ADObject* element) const noexcept;
+    // The element at a position, or null.
+    ADObject* at(long position) noexcept;
+
+    void addFirst(const ADObject& element);
+    void addLast(const ADObject& element);
+    // Insert behind the element at `position`; -1 (or less) inserts first,
+    // a position past the end appends.
+    void addAfter(const ADObject& element, long position);
+    // Move the element at the cursor directly behind `after` (first when `after`
+    // is null). Nothing moves when there is no cursor or `after` is absent.
+    void moveAfter(const ADObject* after);
+    // Remove the element at the cursor; the cursor then stands before the
+    // element that followed it, so `next` continues the walk.
+    void remove();
+
+    // Hand every element over to `into`, leaving the collection empty.
+    void drainInto(std::vector<ADObject>& into);
+
+    std::vector<ADObject>::const_iterator begin() const noexcept { return items_.begin(); }
+    std::vector<ADObject>::const_iterator end() const noexcept { return items_.end(); }
+
+private:
+    std::vector<ADObject> items_;
+    long cursor_ = -1;
+};
