@@ -65,3 +65,37 @@ ADObject* ewswtarnFactory(const char* className, const char* context, const char
     if (it == entries.end() || it->hash != h) return nullptr;
     return it->make(context, objID);
 }
+
+namespace {
+struct LinkMaker {
+    const char* name;
+    const KRLinkInfo* info;
+    _KRLink* (*make)(const char* context);
+};
+const LinkMaker linkMakers[] = {
+#define KR_LINK(C, ...) {#C, &KR_IMPL(C)::krInfo, &kr::makeLink<KR_IMPL(C)>},
+#include "model/links/links.def"
+};
+}  // namespace
+
+ADLink* ewswtarnCreateLink(const char* linkClass, ADObject* source, ADObject* target, ADObject* after,
+                           bool placeAfter) {
+    if (!linkClass) return nullptr;
+    for (const LinkMaker& m : linkMakers) {
+        if (std::strcmp(m.name, linkClass) != 0) continue;
+        if (placeAfter && !m.info->ordered()) return nullptr;
+        auto* handle = new ADLink();
+        struct Adopter : ADLink {
+            static void into(ADLink* h, _ADObject* p) { static_cast<Adopter*>(h)->adopt(p); }
+        };
+        try {
+            _KRLink::create(*m.info, m.make, [handle](_ADObject* p) { Adopter::into(handle, p); }, source, target,
+                            after, placeAfter);
+        } catch (...) {
+            delete handle;
+            throw;
+        }
+        return handle;
+    }
+    return nullptr;
+}

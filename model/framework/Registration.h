@@ -11,3 +11,12 @@ extern const char* const ewswtarnComponentName;
 
 // Number of rows of the class table (without the closing row of nulls).
 constexpr int ewswtarnClassCount = 68;
+
+class ADLink;
+
+// Make a link of the named class between two objects, exactly as that class's
+// constructor does (same checks, same exceptions); with `placeAfter`, as the
+// ordered constructor does, behind `after`. The caller owns the new handle.
+// Null for an unknown link class.
+ADLink* ewswtarnCreateLink(const char* linkClass, ADObject* source, ADObject* target,
+                           ADObject* after = nullptr, bool placeAfter = false);

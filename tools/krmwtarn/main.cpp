@@ -1,0 +1,42 @@
+// main.cpp — the krmwtarn command-line tool: a table of subcommands over the
+// library's catalogues (classes, one class's attribute-table chain, links).
+#include "tools/krmwtarn/Commands.h"
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+struct Command {
+    const char* name;
+    const char* usage;
+    int (*run)(int argc, char** argv);
+};
+
+const Command commands[] = {
+    {"classes", "classes                 the class table: name, superclass, rows", krmwtarnClasses},
+    {"class", "class NAME              the attribute-table chain of one class", krmwtarnClass},
+    {"links", "links                   the link catalogue: ends, cardinality, order, checks", krmwtarnLinks},
+};
+
+void usage(std::FILE* out) {
+    std::fprintf(out, "usage: krmwtarn COMMAND [ARGS]\n\ncommands:\n");
+    for (const Command& c : commands) std::fprintf(out, "  %s\n", c.usage);
+    std::fprintf(out, "  --help                  this text\n");
+}
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 2) {
+        usage(stderr);
+        return 2;
+    }
+    if (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0 || std::strcmp(argv[1], "help") == 0) {
+        usage(stdout);
+        return 0;
+    }
+    for (const Command& c : commands)
+        if (std::strcmp(argv[1], c.name) == 0) return c.run(argc - 1, argv + 1);
+    std::fprintf(stderr, "krmwtarn: unknown command '%s'\n", argv[1]);
+    usage(stderr);
+    return 2;
+}
