@@ -1,0 +1,9 @@
+#!/usr/bin/env bash
+# Builds everything (release) and runs the tool on its built-in catalogues.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bash scripts/setup.sh
+cmake --preset release >/dev/null
+cmake --build --preset release -j"$(nproc)"
+tool=build/release/tools/krmwtarn/krmwtarn
+if "$tool" --help | grep -q '^  demo'; then "$tool" demo; else "$tool" classes && "$tool" class DSDBD && "$tool" links; fi

@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Builds everything and runs every test suite: a plain debug build, then the
+# AddressSanitizer + UndefinedBehaviorSanitizer build.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bash scripts/setup.sh
+jobs="$(nproc)"
+for preset in debug sanitize; do
+  cmake --preset "$preset" >/dev/null
+  cmake --build --preset "$preset" -j"$jobs"
+  ctest --preset "$preset" -j"$jobs"
+done
+# The installed package serves a separate client project.
+prefix="$(mktemp -d)"
+cmake --install build/debug --prefix "$prefix" >/dev/null
+cmake -S tests/consumer -B "$prefix/consumer" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
+cmake --build "$prefix/consumer" >/dev/null
+LD_LIBRARY_PATH="$prefix/lib" "$prefix/consumer/app"
+echo "installed package: client built and ran"
+rm -rf "$prefix"
