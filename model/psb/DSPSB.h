@@ -1,4 +1,4 @@
-// DSPSB.h — a program specification block: the ordered list of PCBs and program-wide options.
+// DSPSB.h — a PSB, the program-side definition: its ordered list of PCBs and program-wide options.
 // The class's attributes and roles are its rows in DSPSB.def; each row gives a
 // member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
 // accessors (roles), a table row and a change bit, in row order.
