@@ -1,0 +1,126 @@
+// PlatformTest.cpp — the platform substitute on its own: the cursor collection,
+// the registry and its release of whole repositories, exceptions, the trace
+// and the notification listener.
+#include "TestSupport.h"
+
+#include <cstring>
+
+namespace {
+std::vector<_ADObject*> contents(DSModelCollection& c) {
+    std::vector<_ADObject*> v;
+    for (const ADObject& h : c) v.push_back(h.impl());
+    return v;
+}
+}  // namespace
+
+using Platform = RepositoryTest;
+
+TEST_F(Platform, CollectionCursorOrderingAndRemoval) {
+    auto a = make<DSField>(), b = make<DSField>(), c = make<DSField>();
+    DSModelCollection coll;
+    EXPECT_EQ(coll.first(), nullptr);
+    EXPECT_EQ(coll.indexOf(), -1);
+    coll.addLast(a);
+    coll.addLast(c);
+    coll.addAfter(b, coll.indexOf(&a));
+    EXPECT_EQ(contents(coll), (std::vector<_ADObject*>{a.impl(), b.impl(), c.impl()}));
+    EXPECT_EQ(a->_get_useCount(), 2);
+
+    ASSERT_TRUE(coll.first());
+    ASSERT_TRUE(coll.next());
+    EXPECT_EQ(coll.indexOf(), 1);
+    coll.remove();  // b goes; next() continues with c
+    EXPECT_EQ(b->_get_useCount(), 1);
+    EXPECT_TRUE(*coll.next() == c);
+    EXPECT_EQ(coll.next(), nullptr);
+    EXPECT_EQ(coll.next(), nullptr);
+    EXPECT_EQ(coll.indexOf(), -1);
+
+    coll.addFirst(b);
+    EXPECT_EQ(contents(coll), (std::vector<_ADObject*>{b.impl(), a.impl(), c.impl()}));
+    coll.first();
+    coll.moveAfter(&c);  // b behind c
+    EXPECT_EQ(contents(coll), (std::vector<_ADObject*>{a.impl(), c.impl(), b.impl()}));
+    coll.moveAfter(nullptr);  // the cursor follows b: to the front
+    EXPECT_EQ(contents(coll), (std::vector<_ADObject*>{b.impl(), a.impl(), c.impl()}));
+    auto stranger = make<DSField>();
+    coll.moveAfter(&stranger);  // not in the collection: nothing moves
+    EXPECT_EQ(contents(coll), (std::vector<_ADObject*>{b.impl(), a.impl(), c.impl()}));
+    EXPECT_EQ(coll.indexOf(&stranger), -1);
+    coll.addAfter(stranger, 99);  // past the end appends
+    EXPECT_EQ(coll.indexOf(&stranger), 3);
+}
+
+TEST_F(Platform, HandleCopiesAndAssignmentCountUses) {
+    auto dbd = make<DSDBD>();
+    {
+        DSDBD copy = dbd;
+        ADObject moved = std::move(copy);
+        EXPECT_TRUE(copy.isEmpty());
+        EXPECT_EQ(dbd->_get_useCount(), 2);
+        ADObject other = make<DSSegment>();
+        other = moved;  // the segment goes with its only handle
+        EXPECT_EQ(dbd->_get_useCount(), 3);
+        other = other.impl();  // self-assignment keeps the count
+        EXPECT_EQ(dbd->_get_useCount(), 3);
+    }
+    EXPECT_EQ(dbd->_get_useCount(), 1);
+    EXPECT_EQ(DSRegistrar::count(), 1u);
+}
+
+TEST_F(Platform, ReleaseAllFreesCyclesButKeepsWhatCallersHold) {
+    auto dbd = make<DSDBD>();
+    {
+        auto seg = make<DSSegment>();
+        DSContainsSegment link(&dbd, &seg, 1);
+    }
+    // The link and the segment live on through the DBD's role.
+    EXPECT_EQ(DSRegistrar::count(), 3u);
+    EXPECT_EQ(DSRegistrar::releaseAll(), 3u);
+    EXPECT_EQ(DSRegistrar::count(), 1u);
+    EXPECT_EQ(dbd->_get_segments()->count(), 0);
+    EXPECT_EQ(dbd->_get_useCount(), 1);
+}
+
+TEST_F(Platform, RegistryKeepsKeysApartAndRefusesATakenOne) {
+    DSDBD a("V1", "SAME", 1);
+    DSSegment b("V1", "SAME", 1);
+    EXPECT_FALSE(a.impl() == b.impl());
+    EXPECT_EQ(DSRegistrar::findObj("DSSegment", "SAME", "V1"), b.impl());
+    EXPECT_EQ(DSRegistrar::findObj("DSSegment", "SAME", "V2"), nullptr);
+    EXPECT_EQ(DSRegistrar::registerObj(a.impl()), 0);
+    EXPECT_EQ(DSRegistrar::registerObj(nullptr), 0);
+    DSDBD nullId("V1", nullptr, 1);  // a missing ID is the default: a new object
+    EXPECT_FALSE(nullId.isEmpty());
+    EXPECT_STRNE(nullId->objID(), "SAME");
+}
+
+TEST(Exception, KeepsEveryPart) {
+    KVException e("ewswtarn_", 2498, "DSPCBbased", "DSDBD", "_DSBasedOn", "source");
+    EXPECT_STREQ(e.first(), "ewswtarn_");
+    EXPECT_EQ(e.number(), 2498);
+    ASSERT_EQ(e.textCount(), 4);
+    EXPECT_STREQ(e.text(3), "source");
+    EXPECT_EQ(e.text(4), nullptr);
+    EXPECT_EQ(e.message(), "ewswtarn_ 2498: DSPCBbased, DSDBD, _DSBasedOn, source");
+    KVException listed("relSameTarget", 2441, {"DSBasedOn", "0"});
+    EXPECT_EQ(listed.textCount(), 2);
+}
+
+TEST(Trace, WritesOnlyWhenSwitchedOnAndCritical) {
+    std::vector<std::string> got;
+    auto old = krtrace::setSink([&](const char* m, int line, const char* file) {
+        got.push_back(m);
+        EXPECT_GT(line, 0);
+        EXPECT_NE(file, nullptr);
+    });
+    KR_TRACE("off\n");
+    TRACEFLAG = 1;
+    krtrace::setCritical(false);
+    KR_TRACE("not critical\n");
+    krtrace::setCritical(true);
+    KR_TRACE("on\n");
+    TRACEFLAG = 0;
+    krtrace::setSink(old);
+    EXPECT_EQ(got, (std::vector<std::string>{"on\n"}));
+}
