@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE ADObject
 #define KR_ROWS "model/dbd/DSArea.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 int _DSArea::validateAREA(KVException*, char*) { return 0; }
 DSmacro& _DSArea::writeAREA() { return DSmacro::empty(); }

@@ -8,11 +8,7 @@
 #include "model/framework/ObjectClass.h"
 
 #define KR_ROWS "model/dbd/DSCompRoutine.def"
-#define KR_ATTR(n, t)
-#define KR_NAME(n)
-#define KR_ROLE(n, o, l, i, f) class o; class l;
-#include KR_ROWS
-#include "model/framework/RowsUndef.inc"
+#include "model/framework/ForwardDeclare.inc"
 
 KR_DECLARE_HANDLE(DSCompRoutine, ADObject)
 
@@ -20,9 +16,6 @@ class _DSCompRoutine : public _ADObject {
 #define KR_CLASS DSCompRoutine
 #define KR_BASE _ADObject
 #include "model/framework/ObjectBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
 };
-#undef KR_ROWS
 
 KR_DEFINE_ARROW(DSCompRoutine)

@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE DSTechnologyObject
 #define KR_ROWS "model/dbd/DSDBD.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 char* _DSDBD::getName() { return nullptr; }
 int _DSDBD::getReconcileableObjects(DSModelCollection**, DSParmList*) { return 0; }

@@ -8,11 +8,7 @@
 #include "platform/techobj/DSTechnologyObject.h"
 
 #define KR_ROWS "model/dbd/DSDBD.def"
-#define KR_ATTR(n, t)
-#define KR_NAME(n)
-#define KR_ROLE(n, o, l, i, f) class o; class l;
-#include KR_ROWS
-#include "model/framework/RowsUndef.inc"
+#include "model/framework/ForwardDeclare.inc"
 
 KR_DECLARE_HANDLE(DSDBD, DSTechnologyObject)
 
@@ -20,8 +16,6 @@ class _DSDBD : public _DSTechnologyObject {
 #define KR_CLASS DSDBD
 #define KR_BASE _DSTechnologyObject
 #include "model/framework/ObjectBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.
@@ -39,6 +33,5 @@ class _DSDBD : public _DSTechnologyObject {
     int isDependent(DSTechnologyObject* other) override;
     void renameAliases();
 };
-#undef KR_ROWS
 
 KR_DEFINE_ARROW(DSDBD)

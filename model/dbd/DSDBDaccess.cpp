@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE ADObject
 #define KR_ROWS "model/dbd/DSDBDaccess.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 int _DSDBDaccess::validateDBDtype(KVException*) { return 0; }
 DSmacro& _DSDBDaccess::writeDBD() { return DSmacro::empty(); }

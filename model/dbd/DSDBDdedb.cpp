@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE DSDBDaccess
 #define KR_ROWS "model/dbd/DSDBDdedb.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 int _DSDBDdedb::validateDBDtype(KVException*) { return 0; }
 DSmacro& _DSDBDdedb::writeDBD() { return DSmacro::empty(); }

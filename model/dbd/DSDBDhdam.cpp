@@ -8,9 +8,5 @@
 #define KR_HANDLE_BASE DSDBDdedb
 #define KR_ROWS "model/dbd/DSDBDhdam.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 DSmacro& _DSDBDhdam::writeDBD() { return DSmacro::empty(); }

@@ -8,11 +8,7 @@
 #include "model/dbd/DSDBDdedb.h"
 
 #define KR_ROWS "model/dbd/DSDBDhdam.def"
-#define KR_ATTR(n, t)
-#define KR_NAME(n)
-#define KR_ROLE(n, o, l, i, f) class o; class l;
-#include KR_ROWS
-#include "model/framework/RowsUndef.inc"
+#include "model/framework/ForwardDeclare.inc"
 
 KR_DECLARE_HANDLE(DSDBDhdam, DSDBDdedb)
 
@@ -20,13 +16,10 @@ class _DSDBDhdam : public _DSDBDdedb {
 #define KR_CLASS DSDBDhdam
 #define KR_BASE _DSDBDdedb
 #include "model/framework/ObjectBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.
     DSmacro& writeDBD() override;
 };
-#undef KR_ROWS
 
 KR_DEFINE_ARROW(DSDBDhdam)

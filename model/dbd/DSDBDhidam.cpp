@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE DSDBDaccess
 #define KR_ROWS "model/dbd/DSDBDhidam.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 int _DSDBDhidam::validateDBDtype(KVException*) { return 0; }
 DSmacro& _DSDBDhidam::writeDBD() { return DSmacro::empty(); }

@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE DSDBDaccess
 #define KR_ROWS "model/dbd/DSDBDindex.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 int _DSDBDindex::validateDBDtype(KVException*) { return 0; }
 DSmacro& _DSDBDindex::writeDBD() { return DSmacro::empty(); }

@@ -8,11 +8,7 @@
 #include "model/dbd/DSDBDaccess.h"
 
 #define KR_ROWS "model/dbd/DSDBDindex.def"
-#define KR_ATTR(n, t)
-#define KR_NAME(n)
-#define KR_ROLE(n, o, l, i, f) class o; class l;
-#include KR_ROWS
-#include "model/framework/RowsUndef.inc"
+#include "model/framework/ForwardDeclare.inc"
 
 class DSDBD;
 class DSSegmentComplex;
@@ -23,8 +19,6 @@ class _DSDBDindex : public _DSDBDaccess {
 #define KR_CLASS DSDBDindex
 #define KR_BASE _DSDBDaccess
 #include "model/framework/ObjectBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.
@@ -35,6 +29,5 @@ class _DSDBDindex : public _DSDBDaccess {
     DSSegmentComplex& getTargetSegment();
     void setTarget(int kind, DSDBD& dbd, DSSegmentComplex segment, char* field);
 };
-#undef KR_ROWS
 
 KR_DEFINE_ARROW(DSDBDindex)

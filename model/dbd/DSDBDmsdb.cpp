@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE DSDBDaccess
 #define KR_ROWS "model/dbd/DSDBDmsdb.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 int _DSDBDmsdb::validateDBDtype(KVException*) { return 0; }
 DSmacro& _DSDBDmsdb::writeDBD() { return DSmacro::empty(); }

@@ -8,11 +8,7 @@
 #include "model/dbd/DSDBDaccess.h"
 
 #define KR_ROWS "model/dbd/DSDBDmsdb.def"
-#define KR_ATTR(n, t)
-#define KR_NAME(n)
-#define KR_ROLE(n, o, l, i, f) class o; class l;
-#include KR_ROWS
-#include "model/framework/RowsUndef.inc"
+#include "model/framework/ForwardDeclare.inc"
 
 KR_DECLARE_HANDLE(DSDBDmsdb, DSDBDaccess)
 
@@ -20,14 +16,11 @@ class _DSDBDmsdb : public _DSDBDaccess {
 #define KR_CLASS DSDBDmsdb
 #define KR_BASE _DSDBDaccess
 #include "model/framework/ObjectBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.
     int validateDBDtype(KVException* messages) override;
     DSmacro& writeDBD() override;
 };
-#undef KR_ROWS
 
 KR_DEFINE_ARROW(DSDBDmsdb)

@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE ADObject
 #define KR_ROWS "model/dbd/DSExit.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 int _DSExit::validateEXIT(KVException*) { return 0; }
 char* _DSExit::writeEXIT() { return nullptr; }

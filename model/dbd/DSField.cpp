@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE ADObject
 #define KR_ROWS "model/dbd/DSField.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 char* _DSField::getName() { return nullptr; }
 int _DSField::validateFIELD(KVException*, char*) { return 0; }

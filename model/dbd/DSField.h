@@ -8,11 +8,7 @@
 #include "model/framework/ObjectClass.h"
 
 #define KR_ROWS "model/dbd/DSField.def"
-#define KR_ATTR(n, t)
-#define KR_NAME(n)
-#define KR_ROLE(n, o, l, i, f) class o; class l;
-#include KR_ROWS
-#include "model/framework/RowsUndef.inc"
+#include "model/framework/ForwardDeclare.inc"
 
 KR_DECLARE_HANDLE(DSField, ADObject)
 
@@ -20,8 +16,6 @@ class _DSField : public _ADObject {
 #define KR_CLASS DSField
 #define KR_BASE _ADObject
 #include "model/framework/ObjectBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.
@@ -29,6 +23,5 @@ class _DSField : public _ADObject {
     int validateFIELD(KVException* messages, char* segmentName);
     DSmacro& writeFIELD();
 };
-#undef KR_ROWS
 
 KR_DEFINE_ARROW(DSField)

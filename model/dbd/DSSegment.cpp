@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE ADObject
 #define KR_ROWS "model/dbd/DSSegment.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 char* _DSSegment::getName() { return nullptr; }
 unsigned long _DSSegment::realLength() { return 0; }

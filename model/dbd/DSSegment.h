@@ -8,11 +8,7 @@
 #include "model/framework/ObjectClass.h"
 
 #define KR_ROWS "model/dbd/DSSegment.def"
-#define KR_ATTR(n, t)
-#define KR_NAME(n)
-#define KR_ROLE(n, o, l, i, f) class o; class l;
-#include KR_ROWS
-#include "model/framework/RowsUndef.inc"
+#include "model/framework/ForwardDeclare.inc"
 
 KR_DECLARE_HANDLE(DSSegment, ADObject)
 
@@ -20,8 +16,6 @@ class _DSSegment : public _ADObject {
 #define KR_CLASS DSSegment
 #define KR_BASE _ADObject
 #include "model/framework/ObjectBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.
@@ -33,6 +27,5 @@ class _DSSegment : public _ADObject {
     DSModelCollection* getSequenceFields();
     void renameAliases();
 };
-#undef KR_ROWS
 
 KR_DEFINE_ARROW(DSSegment)

@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE DSSegment
 #define KR_ROWS "model/dbd/DSSegmentComplex.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 unsigned long _DSSegmentComplex::realLength() { return 0; }
 int _DSSegmentComplex::validateSEGM(KVException*, unsigned short, char*) { return 0; }

@@ -8,11 +8,7 @@
 #include "model/dbd/DSSegment.h"
 
 #define KR_ROWS "model/dbd/DSSegmentComplex.def"
-#define KR_ATTR(n, t)
-#define KR_NAME(n)
-#define KR_ROLE(n, o, l, i, f) class o; class l;
-#include KR_ROWS
-#include "model/framework/RowsUndef.inc"
+#include "model/framework/ForwardDeclare.inc"
 
 KR_DECLARE_HANDLE(DSSegmentComplex, DSSegment)
 
@@ -20,8 +16,6 @@ class _DSSegmentComplex : public _DSSegment {
 #define KR_CLASS DSSegmentComplex
 #define KR_BASE _DSSegment
 #include "model/framework/ObjectBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.
@@ -30,6 +24,5 @@ class _DSSegmentComplex : public _DSSegment {
     DSmacro& writeSEGM() override;
     void touchDependentObjects();
 };
-#undef KR_ROWS
 
 KR_DEFINE_ARROW(DSSegmentComplex)

@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE DSSegment
 #define KR_ROWS "model/dbd/DSSegmentDEDB.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 DSmacro& _DSSegmentDEDB::writeSEGM() { return DSmacro::empty(); }
 int _DSSegmentDEDB::validateSEGMdedb(KVException*, unsigned short, char*, unsigned short) { return 0; }

@@ -8,11 +8,7 @@
 #include "model/dbd/DSSegment.h"
 
 #define KR_ROWS "model/dbd/DSSegmentDEDB.def"
-#define KR_ATTR(n, t)
-#define KR_NAME(n)
-#define KR_ROLE(n, o, l, i, f) class o; class l;
-#include KR_ROWS
-#include "model/framework/RowsUndef.inc"
+#include "model/framework/ForwardDeclare.inc"
 
 KR_DECLARE_HANDLE_NO_ARROW(DSSegmentDEDB, DSSegment)
 
@@ -20,12 +16,9 @@ class _DSSegmentDEDB : public _DSSegment {
 #define KR_CLASS DSSegmentDEDB
 #define KR_BASE _DSSegment
 #include "model/framework/ObjectBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.
     DSmacro& writeSEGM() override;
     int validateSEGMdedb(KVException* messages, unsigned short level, char* dbdName, unsigned short options);
 };
-#undef KR_ROWS

@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE DSSegment
 #define KR_ROWS "model/dbd/DSSegmentLogical.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 char* _DSSegmentLogical::getName() { return nullptr; }
 int _DSSegmentLogical::validateSEGM(KVException*, unsigned short, char*) { return 0; }

@@ -8,11 +8,7 @@
 #include "model/dbd/DSSegment.h"
 
 #define KR_ROWS "model/dbd/DSSegmentLogical.def"
-#define KR_ATTR(n, t)
-#define KR_NAME(n)
-#define KR_ROLE(n, o, l, i, f) class o; class l;
-#include KR_ROWS
-#include "model/framework/RowsUndef.inc"
+#include "model/framework/ForwardDeclare.inc"
 
 KR_DECLARE_HANDLE(DSSegmentLogical, DSSegment)
 
@@ -20,8 +16,6 @@ class _DSSegmentLogical : public _DSSegment {
 #define KR_CLASS DSSegmentLogical
 #define KR_BASE _DSSegment
 #include "model/framework/ObjectBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.
@@ -29,6 +23,5 @@ class _DSSegmentLogical : public _DSSegment {
     int validateSEGM(KVException* messages, unsigned short level, char* dbdName) override;
     DSmacro& writeSEGM() override;
 };
-#undef KR_ROWS
 
 KR_DEFINE_ARROW(DSSegmentLogical)

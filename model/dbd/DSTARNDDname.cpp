@@ -8,8 +8,4 @@
 #define KR_HANDLE_BASE ADObject
 #define KR_ROWS "model/dbd/DSTARNDDname.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 

@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE ADObject
 #define KR_ROWS "model/dbd/DSTARNDataset.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 int _DSTARNDataset::validateDATASET(KVException*, char*, char*, int) { return 0; }
 DSmacro& _DSTARNDataset::writeDATASET() { return DSmacro::empty(); }

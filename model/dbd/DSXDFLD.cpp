@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE ADObject
 #define KR_ROWS "model/dbd/DSXDFLD.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 int _DSXDFLD::validateINDEX(KVException*) { return 0; }
 DSmacro& _DSXDFLD::writeLCHILD() { return DSmacro::empty(); }

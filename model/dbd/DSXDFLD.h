@@ -8,11 +8,7 @@
 #include "model/framework/ObjectClass.h"
 
 #define KR_ROWS "model/dbd/DSXDFLD.def"
-#define KR_ATTR(n, t)
-#define KR_NAME(n)
-#define KR_ROLE(n, o, l, i, f) class o; class l;
-#include KR_ROWS
-#include "model/framework/RowsUndef.inc"
+#include "model/framework/ForwardDeclare.inc"
 
 KR_DECLARE_HANDLE(DSXDFLD, ADObject)
 
@@ -20,8 +16,6 @@ class _DSXDFLD : public _ADObject {
 #define KR_CLASS DSXDFLD
 #define KR_BASE _ADObject
 #include "model/framework/ObjectBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.
@@ -29,6 +23,5 @@ class _DSXDFLD : public _ADObject {
     DSmacro& writeLCHILD();
     DSmacro& writeXDFLD();
 };
-#undef KR_ROWS
 
 KR_DEFINE_ARROW(DSXDFLD)

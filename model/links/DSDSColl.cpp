@@ -8,9 +8,6 @@
 #define KR_OWN_OFFSET 2
 #define KR_THIS_LINK_DSDSColl ~, 1
 #include "model/framework/RowsDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_ROWS
 
 unsigned short _DSDSColl::getSize() { return 0; }
 int _DSDSColl::invalidDDName(char*) { return 0; }

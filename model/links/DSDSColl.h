@@ -10,9 +10,6 @@ class _DSDSColl final : public KRLinkImpl<DSDSColl, DSDBD, DSTARNDDname, DSDSCol
 #define KR_BASE _KRLink
 #define KR_ROWS "model/links/DSDSColl.def"
 #include "model/framework/RowsBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_ROWS
 
     // Operations without behaviour in this model.
     unsigned short getSize();

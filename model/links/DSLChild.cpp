@@ -8,9 +8,6 @@
 #define KR_OWN_OFFSET 2
 #define KR_THIS_LINK_DSLChild ~, 1
 #include "model/framework/RowsDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_ROWS
 
 int _DSLChild::validateStatement(KVException*) { return 0; }
 DSmacro& _DSLChild::writeLCHILD() { return DSmacro::empty(); }

@@ -10,9 +10,6 @@ class _DSLChild final : public KRLinkImpl<DSLChild, DSSegmentComplex, DSSegmentC
 #define KR_BASE _KRLink
 #define KR_ROWS "model/links/DSLChild.def"
 #include "model/framework/RowsBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_ROWS
 
     // Operations without behaviour in this model.
     int validateStatement(KVException* messages);

@@ -10,9 +10,6 @@ class _DSParent final : public KRLinkImpl<DSParent, DSSegment, DSSegment, DSPare
 #define KR_BASE _KRLink
 #define KR_ROWS "model/links/DSParent.def"
 #include "model/framework/RowsBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_ROWS
 
     // Operation without behaviour in this model.
     char* writePARENT();

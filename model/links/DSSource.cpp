@@ -8,8 +8,5 @@
 #define KR_OWN_OFFSET 2
 #define KR_THIS_LINK_DSSource ~, 1
 #include "model/framework/RowsDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_ROWS
 
 char* _DSSource::writeSOURCE() { return nullptr; }

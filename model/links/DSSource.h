@@ -10,9 +10,6 @@ class _DSSource final : public KRLinkImpl<DSSource, DSSegmentLogical, DSSegment,
 #define KR_BASE _KRLink
 #define KR_ROWS "model/links/DSSource.def"
 #include "model/framework/RowsBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_ROWS
 
     // Operation without behaviour in this model.
     char* writeSOURCE();

@@ -8,9 +8,5 @@
 #define KR_HANDLE_BASE ADObject
 #define KR_ROWS "model/psb/DSOutputDest.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 char* _DSOutputDest::writeKeyword() { return nullptr; }

@@ -8,11 +8,7 @@
 #include "model/framework/ObjectClass.h"
 
 #define KR_ROWS "model/psb/DSOutputDest.def"
-#define KR_ATTR(n, t)
-#define KR_NAME(n)
-#define KR_ROLE(n, o, l, i, f) class o; class l;
-#include KR_ROWS
-#include "model/framework/RowsUndef.inc"
+#include "model/framework/ForwardDeclare.inc"
 
 KR_DECLARE_HANDLE(DSOutputDest, ADObject)
 
@@ -20,13 +16,10 @@ class _DSOutputDest : public _ADObject {
 #define KR_CLASS DSOutputDest
 #define KR_BASE _ADObject
 #include "model/framework/ObjectBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.
     char* writeKeyword();
 };
-#undef KR_ROWS
 
 KR_DEFINE_ARROW(DSOutputDest)

@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE DSTechnologyObject
 #define KR_ROWS "model/psb/DSPCB.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 char* _DSPCB::getName() { return nullptr; }
 char* _DSPCB::getPCBtypeString() { return nullptr; }

@@ -8,11 +8,7 @@
 #include "platform/techobj/DSTechnologyObject.h"
 
 #define KR_ROWS "model/psb/DSPCB.def"
-#define KR_ATTR(n, t)
-#define KR_NAME(n)
-#define KR_ROLE(n, o, l, i, f) class o; class l;
-#include KR_ROWS
-#include "model/framework/RowsUndef.inc"
+#include "model/framework/ForwardDeclare.inc"
 
 KR_DECLARE_HANDLE(DSPCB, DSTechnologyObject)
 
@@ -20,8 +16,6 @@ class _DSPCB : public _DSTechnologyObject {
 #define KR_CLASS DSPCB
 #define KR_BASE _DSTechnologyObject
 #include "model/framework/ObjectBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.
@@ -32,6 +26,5 @@ class _DSPCB : public _DSTechnologyObject {
     int validatePCB(char** messages);
     char* writePCBasSource(int options, char* buffer);
 };
-#undef KR_ROWS
 
 KR_DEFINE_ARROW(DSPCB)

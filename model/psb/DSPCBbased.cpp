@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE DSPCBtype
 #define KR_ROWS "model/psb/DSPCBbased.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 char* _DSPCBbased::getPCBtype() { return nullptr; }
 int _DSPCBbased::validatePCBtype(KVException*) { return 0; }

@@ -8,11 +8,7 @@
 #include "model/psb/DSPCBtype.h"
 
 #define KR_ROWS "model/psb/DSPCBbased.def"
-#define KR_ATTR(n, t)
-#define KR_NAME(n)
-#define KR_ROLE(n, o, l, i, f) class o; class l;
-#include KR_ROWS
-#include "model/framework/RowsUndef.inc"
+#include "model/framework/ForwardDeclare.inc"
 
 KR_DECLARE_HANDLE(DSPCBbased, DSPCBtype)
 
@@ -20,8 +16,6 @@ class _DSPCBbased : public _DSPCBtype {
 #define KR_CLASS DSPCBbased
 #define KR_BASE _DSPCBtype
 #include "model/framework/ObjectBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.
@@ -29,6 +23,5 @@ class _DSPCBbased : public _DSPCBtype {
     int validatePCBtype(KVException* messages) override;
     DSmacro& writePCB() override;
 };
-#undef KR_ROWS
 
 KR_DEFINE_ARROW(DSPCBbased)

@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE DSPCBbased
 #define KR_ROWS "model/psb/DSPCBdb.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 char* _DSPCBdb::getPCBtype() { return nullptr; }
 int _DSPCBdb::validatePCBtype(KVException*) { return 0; }

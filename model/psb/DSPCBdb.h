@@ -8,11 +8,7 @@
 #include "model/psb/DSPCBbased.h"
 
 #define KR_ROWS "model/psb/DSPCBdb.def"
-#define KR_ATTR(n, t)
-#define KR_NAME(n)
-#define KR_ROLE(n, o, l, i, f) class o; class l;
-#include KR_ROWS
-#include "model/framework/RowsUndef.inc"
+#include "model/framework/ForwardDeclare.inc"
 
 KR_DECLARE_HANDLE(DSPCBdb, DSPCBbased)
 
@@ -20,8 +16,6 @@ class _DSPCBdb : public _DSPCBbased {
 #define KR_CLASS DSPCBdb
 #define KR_BASE _DSPCBbased
 #include "model/framework/ObjectBody.inc"
-#undef KR_CLASS
-#undef KR_BASE
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.
@@ -30,6 +24,5 @@ class _DSPCBdb : public _DSPCBbased {
     DSmacro& writePCB() override;
     int countSensegs(KVException* messages, unsigned long* sensegs, unsigned long* senflds, unsigned long* levels);
 };
-#undef KR_ROWS
 
 KR_DEFINE_ARROW(DSPCBdb)

@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE DSPCBtype
 #define KR_ROWS "model/psb/DSPCBtp.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 char* _DSPCBtp::getPCBtype() { return nullptr; }
 int _DSPCBtp::validatePCBtype(KVException*) { return 0; }

@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE DSTechnologyObject
 #define KR_ROWS "model/psb/DSPSB.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 char* _DSPSB::getName() { return nullptr; }
 int _DSPSB::isUsed() { return 0; }

@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE ADObject
 #define KR_ROWS "model/psb/DSSenField.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 int _DSSenField::validateSENFLD(KVException*) { return 0; }
 DSmacro& _DSSenField::writeSENFLD() { return DSmacro::empty(); }

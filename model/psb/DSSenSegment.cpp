@@ -8,10 +8,6 @@
 #define KR_HANDLE_BASE ADObject
 #define KR_ROWS "model/psb/DSSenSegment.def"
 #include "model/framework/ObjectDefinitions.inc"
-#undef KR_CLASS
-#undef KR_BASE
-#undef KR_HANDLE_BASE
-#undef KR_ROWS
 
 char* _DSSenSegment::getName() { return nullptr; }
 int _DSSenSegment::validateSENSEG(KVException*, int) { return 0; }

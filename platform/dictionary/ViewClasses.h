@@ -1,0 +1,12 @@
+// ViewClasses.h — class descriptions of the data-dictionary and annotation
+// classes that only the views name: annotation texts and their link, the
+// dependency link between parts, data elements and their aliases, type and
+// structure definitions and the dictionary's own links to them.
+#pragma once
+
+#include "platform/repository/DSRegistration.h"
+
+// The record that describes these classes (no factory: no objects of them are
+// made here). Registered on the first call; the view service calls this before
+// it registers the data-dictionary views.
+DSRegistration& DSDictionary_viewClasses();

@@ -1,0 +1,40 @@
+// ViewTreeBuilder.cpp — the one builder behind all of this library's trees.
+// Scanning a list's rows from the last to the first creates its chain back to
+// front: the last element first with next null, each earlier element with the
+// one made just before as its next. The rows between a role row and the next
+// row of its own level are the role's nested list, built before the element.
+#include "views/ViewTreeBuilder.h"
+
+#include "platform/views/DLLView.h"
+
+DLLViewList* buildViewList(const char* className, const viewrows::FlatRow* rows, std::size_t begin,
+                           std::size_t end, int level) {
+    using viewrows::Kind;
+    DLLViewElem* next = nullptr;
+    std::size_t nestedEnd = end;
+    for (std::size_t i = end; i-- > begin;) {
+        const viewrows::FlatRow& r = rows[i];
+        if (r.level != level) continue;
+        switch (r.kind) {
+        case Kind::Attribute:
+            next = new (std::nothrow) DLLViewElem(next, r.name, 0, r.alias);
+            break;
+        case Kind::Role: {
+            DLLViewList* nested = buildViewList(r.listClass, rows, i + 1, nestedEnd, level + 1);
+            next = new (std::nothrow) DLLViewElem(next, r.name, 0, nested, r.alias);
+            break;
+        }
+        case Kind::Delegation:
+            next = new (std::nothrow) DLLViewElem(next, r.name, 1, *r.view, r.alias);
+            break;
+        case Kind::Fragment:  // flattened away at compile time
+            break;
+        }
+        nestedEnd = i;
+    }
+    return new (std::nothrow) DLLViewList(className, next, 0);
+}
+
+void buildViewTree(DLLViewType* view, const char* rootClass, const viewrows::FlatRow* rows, std::size_t count) {
+    view->_set_adViewList(buildViewList(rootClass, rows, 0, count, 0));
+}
