@@ -27,6 +27,7 @@ class _DSDBD : public _DSTechnologyObject {
     DSModelCollection* rerootSegmentTree(DSSegment& newRoot);
     int validateDBD(char** messages);
     char* writeDBDasSource(int options, char* buffer);
+    using _DSTechnologyObject::setFullName;
     int setFullName(const char* name) override;
     int setFullName(const char* name, char kind, char option) override;
     int setFullName(const char* a, const char* b, const char* c, const char* d) override;

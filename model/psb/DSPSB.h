@@ -25,6 +25,7 @@ class _DSPSB : public _DSTechnologyObject {
     DSmacro& writePSB();
     char* writePSBasSource(int options, char* buffer);
     void renamePCBs(char* newName);
+    using _DSTechnologyObject::setFullName;
     int setFullName(const char* name) override;
     int setFullName(const char* name, char kind, char option) override;
     int setFullName(const char* a, const char* b, const char* c, const char* d) override;

@@ -252,3 +252,45 @@ TEST_F(Links, OrderedSourcesOfALogicalSegment) {
     second->_set_sourceAfter(&logical, nullptr, omStore);  // same source: nothing moves
     EXPECT_EQ(order().front(), b.impl());
 }
+
+TEST_F(Links, EndSetterModesAndDetaching) {
+    auto dbd = make<DSDBD>();
+    auto seg = make<DSSegment>(), other = make<DSSegment>();
+    DSContainsSegment link(&dbd, &seg, 1);
+    auto* impl = link.operator->();
+    // The source end is marked changed by creation: 2|1 now does nothing...
+    auto dbd2 = make<DSDBD>();
+    notes.clear();
+    impl->_set_source(&dbd2, omStore | omKeepChanged);
+    EXPECT_TRUE(*impl->_get_source() == dbd);
+    EXPECT_TRUE(notes.empty());
+    // ...but the class test runs first whenever bit 1 is given.
+    auto stranger = make<DSSegment>();
+    DSDBD* notADBD = reinterpret_cast<DSDBD*>(&stranger);
+    auto e = thrown([&] { impl->_set_source(notADBD, omStore | omKeepChanged); });
+    ASSERT_TRUE(e);
+    EXPECT_EQ(e->number(), 2498);
+    EXPECT_STREQ(e->text(1), "DSSegment");
+
+    // Clearing the mark lets the end move; the link leaves the old DBD's role.
+    impl->_set_source(nullptr, omClearChanged);
+    EXPECT_EQ(impl->getChangeFlag("source"), 0u);
+    EXPECT_EQ(notes.size(), 0u);  // neither 1 nor 4: no notification
+    impl->_set_source(&dbd2, omStore | omKeepChanged);
+    EXPECT_EQ(dbd->_get_segments()->count(), 0);
+    EXPECT_TRUE(*dbd2->_getFirst_segments() == seg);
+    EXPECT_EQ(notes.back().name, "source");
+
+    // moveTargetAfter on a link not in its source's role moves nothing but
+    // still marks the source end and notifies.
+    DSContainsSegment loose("V1", ADObject::defaultObjID(), 1);
+    notes.clear();
+    loose->moveTargetAfter(nullptr, omSetChanged);
+    EXPECT_EQ(loose->getChangeFlag("source"), 1u);
+    EXPECT_EQ(notes.size(), 1u);
+    EXPECT_EQ(loose->getChangeFlag(nullptr), 0u);  // end bits are not the link's own change state
+    EXPECT_STREQ(loose->_get_sourceAttribute(), "segments");
+    EXPECT_STREQ(loose->_get_targetAttribute(), "containingDBD");
+    EXPECT_EQ(loose->sourceIsControlling(), 1);
+    EXPECT_EQ(loose->targetIsControlling(), 0);
+}
