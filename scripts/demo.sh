@@ -6,4 +6,4 @@ bash scripts/setup.sh
 cmake --preset release >/dev/null
 cmake --build --preset release -j"$(nproc)"
 tool=build/release/tools/krmwtarn/krmwtarn
-if "$tool" --help | grep -q '^  demo'; then "$tool" demo; else "$tool" classes && "$tool" class DSDBD && "$tool" links; fi
+"$tool" demo

@@ -4,3 +4,4 @@
 int krmwtarnClasses(int argc, char** argv);
 int krmwtarnClass(int argc, char** argv);
 int krmwtarnLinks(int argc, char** argv);
+int krmwtarnDemo(int argc, char** argv);

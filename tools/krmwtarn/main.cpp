@@ -13,6 +13,7 @@ struct Command {
 };
 
 const Command commands[] = {
+    {"demo", "demo [NAME]             build the sample and print a definition's graph (HOSPDBD)", krmwtarnDemo},
     {"classes", "classes                 the class table: name, superclass, rows", krmwtarnClasses},
     {"class", "class NAME              the attribute-table chain of one class", krmwtarnClass},
     {"links", "links                   the link catalogue: ends, cardinality, order, checks", krmwtarnLinks},

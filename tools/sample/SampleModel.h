@@ -1,0 +1,35 @@
+// SampleModel.h — a realistic set of definitions for the database manager,
+// built through the library as a client would: an HIDAM hospital database with
+// its primary index, a secondary index and a logical relationship; a logical
+// DBD; a DEDB with areas; an HDAM DBD with datasets and an exit; an MSDB; and a
+// PSB with database PCBs and a terminal PCB.
+#pragma once
+
+#include <krmwtarn/krmwtarn.h>
+
+namespace sample {
+
+// The version every sample object lives in.
+inline constexpr const char* kVersion = "SAMPLE";
+
+struct Model {
+    DSDBD hospital;   // HIDAM
+    DSDBD hospIndex;  // its primary index
+    DSDBD nameIndex;  // secondary index on patient names
+    DSDBD logical;    // logical DBD over the hospital
+    DSDBD dedb;       // DEDB with areas
+    DSDBD hdam;       // HDAM with datasets and an exit
+    DSDBD msdb;       // MSDB
+    DSPSB psb;
+    DSPCB hospitalPcb;
+    DSPCB indexPcb;
+    DSPCB terminalPcb;
+    DSDataStructureAlias wardText;  // dictionary objects the views are rooted in
+    DSSDDAlias nameText;
+};
+
+// Builds the sample in the current repository (objects by their names, so a
+// second build shares the first one's objects).
+Model build();
+
+}  // namespace sample
