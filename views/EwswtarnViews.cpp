@@ -33,6 +33,3 @@ void init_ewswtarn_views::init() {
 #define EWSWTARN_VIEW(NAME, ROOT) v_##NAME = new (std::nothrow) DLLViewType(#NAME, "", _init_##NAME);
 #include "views/ViewCatalog.def"
 }
-
-// The library's one registration object, constructed when the library loads.
-init_ewswtarn_views ewswtarnViewRegistration;

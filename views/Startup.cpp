@@ -2,6 +2,7 @@
 // translation unit, so the order of definition is the order of construction):
 // first the component's registration record, then the view registration.
 #include "model/framework/Registration.h"
+#include "views/EwswtarnViews.h"
 
 #ifdef _WIN32
 #include <windows.h>
@@ -13,3 +14,4 @@ BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
 #endif
 
 DSRegistration ewswtarnRegistration(ewswtarnFactory, ewswtarnClassTable, ewswtarnComponentName);
+init_ewswtarn_views ewswtarnViewRegistration;

@@ -3,9 +3,29 @@
 // front: the last element first with next null, each earlier element with the
 // one made just before as its next. The rows between a role row and the next
 // row of its own level are the role's nested list, built before the element.
+// A failed allocation is taken as a null node; what it leaves unreachable (the
+// chain after a failed element, a failed role element's list) is freed.
 #include "views/ViewTreeBuilder.h"
 
 #include "platform/views/DLLView.h"
+
+namespace {
+void releaseChain(DLLViewElem* first) {
+    while (first) {
+        DLLViewElem* next = first->next;
+        DLLView_releaseTree(first->list);
+        delete first;
+        first = next;
+    }
+}
+
+DLLViewElem* linked(DLLViewElem* made, DLLViewElem* next, DLLViewList* nested = nullptr) {
+    if (made) return made;
+    releaseChain(next);
+    DLLView_releaseTree(nested);
+    return nullptr;
+}
+}  // namespace
 
 DLLViewList* buildViewList(const char* className, const viewrows::FlatRow* rows, std::size_t begin,
                            std::size_t end, int level) {
@@ -17,22 +37,24 @@ DLLViewList* buildViewList(const char* className, const viewrows::FlatRow* rows,
         if (r.level != level) continue;
         switch (r.kind) {
         case Kind::Attribute:
-            next = new (std::nothrow) DLLViewElem(next, r.name, 0, r.alias);
+            next = linked(new (std::nothrow) DLLViewElem(next, r.name, 0, r.alias), next);
             break;
         case Kind::Role: {
             DLLViewList* nested = buildViewList(r.listClass, rows, i + 1, nestedEnd, level + 1);
-            next = new (std::nothrow) DLLViewElem(next, r.name, 0, nested, r.alias);
+            next = linked(new (std::nothrow) DLLViewElem(next, r.name, 0, nested, r.alias), next, nested);
             break;
         }
         case Kind::Delegation:
-            next = new (std::nothrow) DLLViewElem(next, r.name, 1, *r.view, r.alias);
+            next = linked(new (std::nothrow) DLLViewElem(next, r.name, 1, *r.view, r.alias), next);
             break;
         case Kind::Fragment:  // flattened away at compile time
             break;
         }
         nestedEnd = i;
     }
-    return new (std::nothrow) DLLViewList(className, next, 0);
+    DLLViewList* list = new (std::nothrow) DLLViewList(className, next, 0);
+    if (!list) releaseChain(next);
+    return list;
 }
 
 void buildViewTree(DLLViewType* view, const char* rootClass, const viewrows::FlatRow* rows, std::size_t count) {

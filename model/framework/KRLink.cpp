@@ -62,6 +62,13 @@ unsigned long _KRLink::setChangeBit(const char* name, omSetProcessing how) {
     return _ADLink::setChangeBit(name, how);
 }
 
+void _KRLink::markDeleted(DSModelCollection* deleted, int flags) {
+    ADObject keep(this);  // the roles may hold the last handles on this link
+    remove_source();
+    remove_target();
+    _ADLink::markDeleted(deleted, flags);
+}
+
 const char* _KRLink::_get_sourceAttribute() { return linkInfo().endRole[krSource]; }
 const char* _KRLink::_get_targetAttribute() { return linkInfo().endRole[krTarget]; }
 ADObject* _KRLink::getSource() { return &endSlot(krSource); }
@@ -167,6 +174,8 @@ void _KRLink::create(const KRLinkInfo& info, _KRLink* (*make)(const char* contex
                      const ADObject* after, bool placeAfter) {
     requireObject(info, krSource, source);
     requireObject(info, krTarget, target);
+    // The duplicate test reaches the source's role through its declared class.
+    if (!(*source)->isKindOf(info.endClass[krSource])) throwWrongClass(info, krSource, (*source)->whoAmI());
     // A duplicate is the same source already linked to the same target by a
     // link of this class; it is looked for from the source side only.
     DSModelCollection* role = info.role[krSource](source->impl());

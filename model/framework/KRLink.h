@@ -51,6 +51,8 @@ public:
     ADAttributeEntry* nextAttributeTable(ADAttributeEntry* previous) override;
     unsigned long getChangeFlag(const char* name) override;
     unsigned long setChangeBit(const char* name, omSetProcessing how) override;
+    // Deleting a link takes it out of both ends' roles first.
+    void markDeleted(DSModelCollection* deleted, int flags) override;
 
     virtual const char* _get_sourceAttribute();
     virtual const char* _get_targetAttribute();

@@ -39,12 +39,16 @@
     DSModelCollection* _get_##role() { return &role; }
 #define KR_DICTIONARY_MEMBER(role, other, link, inverse, flags) DSModelCollection role;
 
-#define KR_DSDATAITEM_ROLES(X)                                    \
-    X(fieldsForTARN, DSField, DSMakesUseOf, targetDataItem, 0x2007) \
-    X(fieldsSharedByTARN, DSField, DSSharesUseOf, sharedDataItem, 0x2007)
+#define KR_DSDATAITEM_ROLES(X)                                          \
+    X(fieldsForTARN, DSField, DSMakesUseOf, targetDataItem, 0x2007)       \
+    X(fieldsSharedByTARN, DSField, DSSharesUseOf, sharedDataItem, 0x2007) \
+    X(dataDef, DSSimpleTypeDef, DSLinkDataItm2DataDef, dataItems, 0x4803) \
+    X(sdd, KVPart, DSLinkDataItm2SDD, definedItems, 0x4803)               \
+    X(sddAlias, KVPart, DSLinkDataItm2SDDAlias, aliasedItems, 0x4803)
 #define KR_DSDATASTRUCTURE_ROLES(X)                                                 \
     X(tarnAlternateSegments, DSSegment, DSHasAlternate, alternateStructures, 0x8007) \
-    X(tarnMappedSegments, DSSegment, DSMappedBy, mappingStructure, 0x2007)
+    X(tarnMappedSegments, DSSegment, DSMappedBy, mappingStructure, 0x2007)          \
+    X(structureDef, DSStructureDef, DSLinkDataStrc2StrctDef, dataStructures, 0x4803)
 #define KR_DSDATASTRUCTUREALIAS_ROLES(X) X(segmNames, DSSegment, DSHasTARNsegmName, segmName, 0x2007)
 #define KR_DSSDDALIAS_ROLES(X) X(fieldNames, DSField, DSHasTARNfldName, fldName, 0x2007)
 

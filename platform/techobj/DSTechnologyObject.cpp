@@ -17,6 +17,9 @@ ADAttributeEntry partTable[] = {
     {"dependsOn", "dependents", "KVPart", 4, "ADLinkKVPartDependsOnKVPart",
      ADGetter{.role = static_cast<DSModelCollection* (_ADObject::*)()>(&_KVPart::_get_dependsOn)},
      ADSetter{}, 0, 0x8803},
+    {"dependents", "dependsOn", "KVPart", 4, "ADLinkKVPartDependsOnKVPart",
+     ADGetter{.role = static_cast<DSModelCollection* (_ADObject::*)()>(&_KVPart::_get_dependents)},
+     ADSetter{}, 0, 0x8007},
     {},
 };
 int ownRow(const char* name) {

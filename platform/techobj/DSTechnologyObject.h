@@ -25,11 +25,13 @@ public:
     // parts (ADLinkKVPartDependsOnKVPart).
     DSModelCollection* _get_pAnnotationText() { return &pAnnotationText_; }
     DSModelCollection* _get_dependsOn() { return &dependsOn_; }
+    DSModelCollection* _get_dependents() { return &dependents_; }
 
 private:
     unsigned char changes_;
     DSModelCollection pAnnotationText_;
     DSModelCollection dependsOn_;
+    DSModelCollection dependents_;
 };
 
 class _DSCorviaObject : public _KVPart {

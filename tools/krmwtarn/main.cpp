@@ -13,7 +13,13 @@ struct Command {
 };
 
 const Command commands[] = {
-    {"demo", "demo [NAME]             build the sample and print a definition's graph (HOSPDBD)", krmwtarnDemo},
+    {"demo", "demo [VIEW [ROOT]]       expand a view over the built-in sample (CORVIADBD over HOSPDBD)", krmwtarnDemo},
+    {"expand", "expand VIEW [--root NAME] [--json]   expand any view over the sample", krmwtarnExpand},
+    {"export", "export FILE             write the whole sample as JSON documents (- for stdout)", krmwtarnExport},
+    {"import", "import FILE             read JSON documents into an empty repository (- for stdin)", krmwtarnImport},
+    {"graph", "graph [NAME]            print a sample definition's whole object graph (HOSPDBD)", krmwtarnGraph},
+    {"views", "views                   the registered views: root class, lists, elements, depth, delegations", krmwtarnViews},
+    {"view", "view NAME               one view's outline", krmwtarnView},
     {"classes", "classes                 the class table: name, superclass, rows", krmwtarnClasses},
     {"class", "class NAME              the attribute-table chain of one class", krmwtarnClass},
     {"links", "links                   the link catalogue: ends, cardinality, order, checks", krmwtarnLinks},

@@ -9,6 +9,7 @@ namespace viewtrees {
 using namespace viewrows;
 // clang-format off
 
+// The PSB statement's values, in the order the PSB views list them.
 inline constexpr Row psbAttributes[] = {
     attr(0, "writeToOperator"),
     attr(0, "ssaSize"),
@@ -22,6 +23,7 @@ inline constexpr Row psbAttributes[] = {
     attr(0, "compatibility"),
 };
 
+// What every access type has (DSDBDaccess), in the order the access views list it.
 inline constexpr Row accessAttributes[] = {
     attr(0, "passwordFlag"),
     attr(0, "osAccess"),

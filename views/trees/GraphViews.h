@@ -19,6 +19,8 @@ inline constexpr Row annotation[] = {
         attr(2, "contents"),
 };
 
+// What deleting a DBD, PCB or PSB must reach: the dependent structure down to
+// the logical segments, secondary indexes and index DBDs that refer back to it.
 inline constexpr Row deleteFieldNames[] = {
     role(0, "fields", "DSHasField"),
       target(1, "DSField"),
@@ -86,6 +88,7 @@ inline constexpr Row deletePcb[] = {
             use(4, deletePrimaryIndexReference),
 };
 
+// Segment and field names belong to the dictionary: delegated to its alias views.
 inline constexpr Row segmentNameView[] = {
     role(0, "segmName", "DSHasTARNsegmName"),
       targetView(1, &v_CORVIADSALIAS),
@@ -96,6 +99,7 @@ inline constexpr Row fieldNameView[] = {
       targetView(1, &v_CORVIADEALIAS),
 };
 
+// A referring DBD, only by its adName, under the numbered alias adName1.
 inline constexpr Row segmentDbdName[] = {
     role(0, "containingDBD", "DSContainsSegment"),
       source(1, "DSDBD"),
@@ -179,6 +183,7 @@ inline constexpr Row exitAttributes[] = {
     attr(0, "captureRoutine"),
 };
 
+// The whole graph of a segment of any kind, as CORVIADBD retrieves it.
 inline constexpr Row segmentGraph[] = {
     use(0, segmentNameView),
     use(0, fullFields),
@@ -252,6 +257,8 @@ inline constexpr Row datasetValues[] = {
     attr(0, "freeBlockFrequency"),
 };
 
+// What a full-function segment adds: dataset, secondary indexes (the index
+// DBD is dependent, so it is expanded), logical children and parent.
 inline constexpr Row complexGraph[] = {
     role(0, "dataset", "DSIsPartOf"),
       target(1, "DSTARNDataset"),
@@ -288,6 +295,7 @@ inline constexpr Row complexGraph[] = {
       source(1, "DSSegmentComplex"),
         use(2, segmentNameView),
       attr(1, "strLPARENT"),
+    // Reached as the end of DSHasPair, the logical-child link names both ends.
     role(0, "pairedLogChild", "DSHasPair"),
       source(1, "DSLChild"),
         source(2, "DSSegmentComplex"),
@@ -331,10 +339,13 @@ inline constexpr Row complexSegmentGraph[] = {
 inline constexpr Row plainSegmentGraph[] = {
     use(0, segmentGraph),
     use(0, logicalReferences),
+    // The alternate structures are kept as links only: the list names neither end.
     role(0, "alternateStructures", "DSHasAlternate"),
     use(0, segmentAttributes),
 };
 
+// Everything of the DBD but its segments: exits, access types, dataset groups,
+// based PCBs, dependencies and annotation.
 inline constexpr Row dbdGraph[] = {
     role(0, "exits", "DSUsesDBDExit"),
       target(1, "DSExit"),
@@ -466,6 +477,8 @@ inline constexpr Row dbdGraph[] = {
     attr(0, "versionString"),
 };
 
+// What populating adds to each segment: its physical children with their
+// fields, data elements and mapping structures, and further segment values.
 inline constexpr Row populateDetail[] = {
     role(0, "physicalChildren", "DSParent"),
       source(1, "DSSegment"),
@@ -495,6 +508,8 @@ inline constexpr Row populateDetail[] = {
     attr(0, "exitFlag"),
 };
 
+// What renaming a DBD must revisit: every name that refers to it or to its
+// segments and fields, and the link statements that spell them.
 inline constexpr Row renameIndexDbdName[] = {
     role(0, "targetDBDindex", "DSIsUseOf"),
       target(1, "DSDBDindex"),
@@ -686,6 +701,7 @@ inline constexpr Row CORVIAPCB[] = {
     attr(0, "list"),
 };
 
+// The PSB's PCBs are retrieved by CORVIAPCB.
 inline constexpr Row CORVIAPSB[] = {
     role(0, "listPCBs", "DSIncludesPCB"),
       targetView(1, &v_CORVIAPCB),
@@ -825,6 +841,7 @@ inline constexpr Row CVRENAMEDBD[] = {
             use(4, segmentNameView),
             use(4, segmentDbdName),
           attr(3, "strLPARENT"),
+        // Reached as the end of DSHasPair, the logical-child link names both ends.
         role(2, "pairedLogChild", "DSHasPair"),
           source(3, "DSLChild"),
             source(4, "DSSegmentComplex"),
@@ -836,6 +853,7 @@ inline constexpr Row CVRENAMEDBD[] = {
       target(1, "DSSegment"),
         use(2, renameSegment),
         use(2, renameLogicalReferences),
+        // The alternate structures are kept as links only: the list names neither end.
         role(2, "alternateStructures", "DSHasAlternate"),
     role(0, "dliAccess", "DSDefinedByAccess"),
       target(1, "DSDBDindex"),
@@ -880,6 +898,7 @@ inline constexpr Row CVRENAMEPCB[] = {
     attr(0, "adName", "pcbName"),
 };
 
+// The PSB's PCBs are revisited by CVRENAMEPCB.
 inline constexpr Row CVRENAMEPSB[] = {
     role(0, "listPCBs", "DSIncludesPCB"),
       targetView(1, &v_CVRENAMEPCB),

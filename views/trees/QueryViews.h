@@ -12,6 +12,8 @@ namespace viewtrees {
 using namespace viewrows;
 // clang-format off
 
+// Annotations: pAnnotationText → ADLinkADAnnotObj2AnnotTxt → adTarget →
+// ADAnnotationText, with label and contents under the aliases of the object kind.
 inline constexpr Row dbdAnnotation[] = {
     role(0, "pAnnotationText", "ADLinkADAnnotObj2AnnotTxt"),
       target(1, "ADAnnotationText"),
@@ -64,6 +66,7 @@ inline constexpr Row fieldText[] = {
             attr(4, "adName", "tarnFieldName"),
 };
 
+// The PCBs based on the DBD and the PSBs that include them, by name.
 inline constexpr Row dbPcbUsage[] = {
     role(0, "basedPCBs", "DSBasedOn"),
       source(1, "DSPCBdb"),
@@ -86,6 +89,7 @@ inline constexpr Row basedPcbUsage[] = {
             attr(4, "adName", "pcbName"),
 };
 
+// The DBD's data-capture exits with all their values.
 inline constexpr Row dbdExits[] = {
     role(0, "exits", "DSUsesDBDExit"),
       target(1, "DSExit"),
@@ -101,6 +105,7 @@ inline constexpr Row dbdExits[] = {
         attr(2, "captureRoutine"),
 };
 
+// The dictionary objects the DBD depends on: one dependsOn per dictionary class.
 inline constexpr Row dictionaryDependencies[] = {
     role(0, "dependsOn", "ADLinkKVPartDependsOnKVPart"),
       target(1, "DSDataStructureAlias"),
@@ -116,6 +121,7 @@ inline constexpr Row dictionaryDependencies[] = {
         attr(2, "adName", "usesDataStructure"),
 };
 
+// Dataset groups whose dataset has an overflow DD name.
 inline constexpr Row datasetsWithOverflow[] = {
     role(0, "datasets", "DSDSColl"),
       target(1, "DSTARNDDname"),
@@ -133,6 +139,9 @@ inline constexpr Row datasetsWithOverflow[] = {
       attr(1, "dsDevice"),
 };
 
+// The segments of a full-function DBD: names and texts, mapping structure,
+// parent, logical relationships, compression, exits, dataset and secondary
+// indexes down to the index DBD's segments. Shared by the three COMPLEX views.
 inline constexpr Row complexSegments[] = {
     role(0, "segments", "DSContainsSegment"),
       target(1, "DSSegmentComplex"),
@@ -175,6 +184,8 @@ inline constexpr Row complexSegments[] = {
         role(2, "dataset", "DSIsPartOf"),
           target(3, "DSTARNDataset"),
             role(4, "collector", "DSHasDataset"),
+              // The data set group is reached as the end of another link, so it
+              // names both of its ends.
               source(5, "DSDSColl"),
                 source(6, "DSDBD"),
                   attr(7, "adName", "datasetGroupDBDname"),
@@ -263,6 +274,7 @@ inline constexpr Row complexSegments[] = {
         attr(2, "maximumLength"),
 };
 
+// Annotation of a PCB.
 inline constexpr Row pcbAnnotation[] = {
     role(0, "pAnnotationText", "ADLinkADAnnotObj2AnnotTxt"),
       target(1, "ADAnnotationText"),
@@ -527,6 +539,7 @@ inline constexpr Row CVQHSAMDBD[] = {
     attr(0, "versionString"),
 };
 
+// As the HSAM view, for a DEDB: DEDB segments with compression, areas for datasets.
 inline constexpr Row CVQDEDBDBD[] = {
     role(0, "segments", "DSContainsSegment"),
       target(1, "DSSegmentDEDB"),
@@ -760,6 +773,8 @@ inline constexpr Row CVQLOGICALDBD[] = {
     attr(0, "versionString"),
 };
 
+// A DBD sharing this index DBD is expanded by this same view: the adSource
+// below sharingDBDs delegates to CVQINDEXDBD.
 inline constexpr Row CVQINDEXDBD[] = {
     role(0, "segments", "DSContainsSegment"),
       target(1, "DSSegment"),
@@ -907,6 +922,8 @@ inline constexpr Row CVQHDAMDBDCOMPLEX[] = {
     attr(0, "versionString"),
 };
 
+// Unlike its two siblings, deliberately: the access class is DSDBDaccess,
+// its list carries the segment attribute frequency, and versionString is missing.
 inline constexpr Row CVQHISAMDBDCOMPLEX[] = {
     use(0, complexSegments),
     role(0, "dliAccess", "DSDefinedByAccess"),
@@ -916,6 +933,8 @@ inline constexpr Row CVQHISAMDBDCOMPLEX[] = {
     attr(0, "adName", "dbdName"),
 };
 
+// Where the DBD is used: logical DBDs, logical children, secondary and primary
+// indexes and PCBs, with every segment named through the dictionary's CVQDSALIAS.
 inline constexpr Row CVQDBDUSAGE[] = {
     role(0, "segments", "DSContainsSegment"),
       target(1, "DSSegmentComplex"),

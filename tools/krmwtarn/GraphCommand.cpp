@@ -1,4 +1,4 @@
-// DemoCommand.cpp — `krmwtarn demo`: builds the built-in sample and prints the
+// GraphCommand.cpp — `krmwtarn graph`: builds the built-in sample and prints the
 // object graph of one definition as an indented tree, read generically through
 // the attribute tables: attributes with their values, roles with the link
 // objects (and their own attributes) and the objects at the far end, never
@@ -73,7 +73,7 @@ private:
 };
 }  // namespace
 
-int krmwtarnDemo(int argc, char** argv) {
+int krmwtarnGraph(int argc, char** argv) {
     sample::Model model = sample::build();
     const char* root = argc > 1 ? argv[1] : "HOSPDBD";
     int status = 0;
@@ -81,7 +81,7 @@ int krmwtarnDemo(int argc, char** argv) {
     for (const char* cls : {"DSDBD", "DSPSB", "DSPCB"})
         if (!start) start = DSRegistrar::findObj(cls, root, sample::kVersion);
     if (!start) {
-        std::fprintf(stderr, "krmwtarn demo: the sample has no DBD, PSB or PCB named '%s'\n", root);
+        std::fprintf(stderr, "krmwtarn graph: the sample has no DBD, PSB or PCB named '%s'\n", root);
         status = 1;
     } else {
         Printer().object(start, 0, "");

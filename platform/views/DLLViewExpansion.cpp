@@ -1,0 +1,163 @@
+// DLLViewExpansion.cpp — the walk of a view tree over an object graph.
+#include "platform/views/DLLViewExpansion.h"
+
+#include "platform/repository/ADLink.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+bool isEndElement(const DLLViewElem* e, bool* target) {
+    if (std::strcmp(e->name, "adTarget") == 0) {
+        *target = true;
+        return true;
+    }
+    if (std::strcmp(e->name, "adSource") == 0) {
+        *target = false;
+        return true;
+    }
+    return false;
+}
+
+class Expander {
+public:
+    DLLViewNode object(const DLLViewList* list, _ADObject* o) {
+        DLLViewNode node;
+        node.object = o;
+        node.list = list;
+        for (int i = 0; i < list->count(); ++i) {
+            const DLLViewElem* e = list->element(i);
+            if (!e || !e->name) continue;
+            bool target = false;
+            if (isEndElement(e, &target)) {
+                end(node, e, o, target);
+            } else if (e->list) {
+                role(node, e, o);
+            } else {
+                const ADAttributeEntry* row = DLLView_findRow(o, e->name);
+                if (!row || (row->flags & 0xF) != adRowAttribute || !row->getter.str) continue;
+                DLLViewEntry entry;
+                entry.kind = DLLViewEntry::Value;
+                entry.element = e;
+                entry.value = DLLView_readValue(o, *row);
+                node.entries.push_back(std::move(entry));
+            }
+        }
+        return node;
+    }
+
+    DLLViewNode delegate(DLLViewType* view, _ADObject* o) {
+        DLLViewNode node;
+        DLLViewList* root = view ? view->_get_adViewList() : nullptr;
+        bool active = std::find(path_.begin(), path_.end(), view) != path_.end();
+        if (!root || active || !o->isKindOf(root->className)) {
+            node.object = o;  // identity only
+            node.delegated = view;
+            return node;
+        }
+        path_.push_back(view);
+        node = object(root, o);
+        node.delegated = view;
+        path_.pop_back();
+        return node;
+    }
+
+    std::vector<DLLViewType*> path_;
+
+private:
+    void end(DLLViewNode& node, const DLLViewElem* e, _ADObject* o, bool target) {
+        if (!o->isRelationshipObject()) return;
+        auto* link = static_cast<_ADLink*>(o);
+        ADObject* far = target ? link->getTarget() : link->getSource();
+        if (!far || far->isEmpty()) return;
+        DLLViewEntry entry;
+        entry.kind = DLLViewEntry::End;
+        entry.element = e;
+        if (e->viewType || (e->flags & 1)) {
+            entry.items.push_back(delegate(e->viewType, far->impl()));
+        } else if (e->list && std::strcmp(far->impl()->whoAmI(), e->list->className) == 0) {
+            entry.items.push_back(object(e->list, far->impl()));
+        } else {
+            return;
+        }
+        node.entries.push_back(std::move(entry));
+    }
+
+    void role(DLLViewNode& node, const DLLViewElem* e, _ADObject* o) {
+        const ADAttributeEntry* row = DLLView_findRow(o, e->name);
+        if (!row || !adIsRoleRow(*row) || !row->getter.role) return;
+        DLLViewEntry entry;
+        entry.kind = DLLViewEntry::Role;
+        entry.element = e;
+        for (const ADObject& h : *(o->*row->getter.role)()) {
+            if (h.isEmpty() || std::strcmp(h.impl()->whoAmI(), e->list->className) != 0) continue;
+            DLLViewNode linkNode = object(e->list, h.impl());
+            // A link whose far end the list does not take is not part of this copy of the role.
+            bool hasEnd = std::any_of(linkNode.entries.begin(), linkNode.entries.end(),
+                                      [](const DLLViewEntry& x) { return x.kind == DLLViewEntry::End; });
+            bool listsEnd = false;
+            for (int i = 0; i < e->list->count(); ++i) {
+                bool t;
+                if (e->list->element(i) && isEndElement(e->list->element(i), &t)) listsEnd = true;
+            }
+            if (listsEnd && !hasEnd) continue;
+            entry.items.push_back(std::move(linkNode));
+        }
+        if (!entry.items.empty()) node.entries.push_back(std::move(entry));
+    }
+};
+}  // namespace
+
+const ADAttributeEntry* DLLView_findRow(_ADObject* object, const char* name) {
+    if (!object || !name) return nullptr;
+    for (ADAttributeEntry* t = object->nextAttributeTable(nullptr); t; t = object->nextAttributeTable(t))
+        for (ADAttributeEntry* row = t; row->name; ++row)
+            if (std::strcmp(row->name, name) == 0) return row;
+    return nullptr;
+}
+
+DLLViewValue DLLView_readValue(_ADObject* o, const ADAttributeEntry& row) {
+    DLLViewValue v;
+    v.type = row.type;
+    const char* t = row.type;
+    if (std::strcmp(t, "string") == 0) {
+        char* s = (o->*row.getter.str)();
+        v.isNull = s == nullptr;
+        if (s) v.text = s;
+        return v;
+    }
+    v.isNull = false;
+    if (std::strcmp(t, "boolean") == 0) v.number = (o->*row.getter.boolean)();
+    else if (std::strcmp(t, "short") == 0) v.number = (o->*row.getter.shortv)();
+    else if (std::strcmp(t, "ushort") == 0) v.number = (o->*row.getter.ushortv)();
+    else if (std::strcmp(t, "long") == 0) v.number = (o->*row.getter.longv)();
+    else if (std::strcmp(t, "char") == 0) {
+        char c = (o->*row.getter.charv)();
+        if (c) v.text.assign(1, c);
+    } else {
+        v.isNull = true;
+    }
+    return v;
+}
+
+DLLViewNode DLLView_expand(DLLViewType* view, _ADObject* root) {
+    Expander x;
+    if (!view || !root) return DLLViewNode{};
+    DLLViewList* list = view->_get_adViewList();
+    if (!list || !root->isKindOf(list->className)) {
+        DLLViewNode none;
+        none.object = root;
+        return none;
+    }
+    x.path_.push_back(view);
+    DLLViewNode node = x.object(list, root);
+    node.delegated = view;
+    return node;
+}
+
+std::size_t DLLView_nodeCount(const DLLViewNode& node) {
+    std::size_t n = 1;
+    for (const DLLViewEntry& e : node.entries)
+        for (const DLLViewNode& item : e.items) n += DLLView_nodeCount(item);
+    return n;
+}

@@ -1,0 +1,131 @@
+// RecordsTest.cpp — the view records and the builder: the three element forms,
+// lists and their chain order, the bottom-up creation order of a tree and what
+// failed allocations leave behind, in trees and in the registration.
+#include "tests/views/ViewTestSupport.h"
+#include "views/ViewInspection.h"
+#include "views/ViewTreeBuilder.h"
+
+namespace {
+using namespace viewrows;
+
+TEST(ViewRecords, ElementFormsKeepWhatTheirConstructorIsGiven) {
+    DLLViewType view("SOMEVIEW", "", nullptr);
+    DLLViewList list("DSSegment", nullptr, 0);
+    DLLViewElem plain(nullptr, "versionString", 0, static_cast<const char*>(nullptr));
+    DLLViewElem aliased(&plain, "adName", 0, "rootDBDname");
+    DLLViewElem role(&aliased, "segments", 0, &list, nullptr);
+    DLLViewElem delegating(&role, "adTarget", 1, &view, nullptr);
+
+    EXPECT_STREQ(plain.alias, "versionString");
+    EXPECT_STREQ(aliased.name, "adName");
+    EXPECT_STREQ(aliased.alias, "rootDBDname");
+    EXPECT_EQ(aliased.next, &plain);
+    EXPECT_EQ(role.list, &list);
+    EXPECT_EQ(role.viewType, nullptr);
+    EXPECT_STREQ(role.alias, "segments");
+    EXPECT_EQ(delegating.viewType, &view);
+    EXPECT_EQ(delegating.list, nullptr);
+    EXPECT_EQ(delegating.flags, 1);
+    EXPECT_EQ(plain.list, nullptr);
+    EXPECT_EQ(plain.viewType, nullptr);
+}
+
+TEST(ViewRecords, ListTakesTheChainInChainOrderAndStaysEmptyWithoutOne) {
+    // Created last to first, as a tree is built: the chain runs the other way.
+    DLLViewElem c(nullptr, "c", 0, static_cast<const char*>(nullptr));
+    DLLViewElem b(&c, "b", 0, static_cast<const char*>(nullptr));
+    DLLViewElem a(&b, "a", 0, static_cast<const char*>(nullptr));
+    DLLViewList list("DSDBD", &a, 0);
+    ASSERT_EQ(list.count(), 3);
+    EXPECT_EQ(list.element(0), &a);
+    EXPECT_EQ(list.element(2), &c);
+    EXPECT_EQ(list.element(3), nullptr);
+    EXPECT_STREQ(list.className, "DSDBD");
+
+    DLLViewList empty("DSHasAlternate", nullptr, 0);
+    EXPECT_EQ(empty.count(), 0);
+}
+
+// segments → DSContainsSegment { adTarget → DSSegment { strSegmentName }, x }, adName
+constexpr Row sample[] = {
+    role(0, "segments", "DSContainsSegment"),
+      target(1, "DSSegment"),
+        attr(2, "strSegmentName"),
+      attr(1, "x"),
+    attr(0, "adName", "rootDBDname"),
+};
+constexpr auto flatSample = flatten<flatSize(sample)>(sample);
+
+// Refuses the allocation whose turn (counted from 1) is `refuse`; records how
+// many allocations were asked for.
+int allocations = 0;
+int refuse = 0;
+bool gate() { return ++allocations != refuse; }
+
+DLLViewList* buildSampleRefusing(int turn) {
+    allocations = 0;
+    refuse = turn;
+    DLLViewAllocGate previous = DLLView_setAllocGate(gate);
+    DLLViewList* root = buildViewList("DSDBD", flatSample.data(), 0, flatSample.size(), 0);
+    DLLView_setAllocGate(previous);
+    return root;
+}
+
+TEST(ViewBuilder, BuildsEachChainBackToFrontAndEachNestedListBeforeItsElement) {
+    DLLViewList* root = buildSampleRefusing(0);
+    EXPECT_EQ(allocations, 8);
+    EXPECT_EQ(viewOutline(root),
+              "- segments → DSContainsSegment\n"
+              "  - adTarget → DSSegment\n"
+              "    - strSegmentName\n"
+              "  - x\n"
+              "- adName as rootDBDname\n");
+    DLLView_releaseTree(root);
+}
+
+TEST(ViewBuilder, FailedAllocationsLeaveNullNodesAndBuildingGoesOn) {
+    // Creation order: adName, x, strSegmentName, DSSegment list, adTarget,
+    // DSContainsSegment list, segments, root list.
+    struct Case {
+        int refused;
+        const char* outline;
+    } cases[] = {
+        // The root's last element fails: the chain ends at segments.
+        {1, "- segments → DSContainsSegment\n  - adTarget → DSSegment\n    - strSegmentName\n  - x\n"},
+        // The only element of the DSSegment list fails: the list stays empty.
+        {3, "- segments → DSContainsSegment\n  - adTarget → DSSegment\n  - x\n- adName as rootDBDname\n"},
+        // The DSSegment list fails: its role element carries a null list.
+        {4, "- segments → DSContainsSegment\n  - adTarget\n  - x\n- adName as rootDBDname\n"},
+        // The role element fails: x, built before it, is lost with it.
+        {5, "- segments → DSContainsSegment\n- adName as rootDBDname\n"},
+    };
+    for (const Case& c : cases) {
+        DLLViewList* root = buildSampleRefusing(c.refused);
+        EXPECT_EQ(viewOutline(root), c.outline) << "allocation " << c.refused << " refused";
+        DLLView_releaseTree(root);
+    }
+    EXPECT_EQ(buildSampleRefusing(8), nullptr);
+}
+
+bool refuseAll() { return false; }
+
+// The library's registration object, with init() reachable from the test.
+struct Registration : init_ewswtarn_views {
+    using init_ewswtarn_views::init;
+};
+
+TEST(ViewRegistration, FailedViewTypeAllocationLeavesTheVariableNull) {
+    startViewService();
+    std::vector<DLLViewType*> saved;
+    for (const EwswtarnView& v : ewswtarnViews) saved.push_back(*v.variable);
+    {
+        Registration again;
+        DLLViewAllocGate previous = DLLView_setAllocGate(refuseAll);
+        again.init();
+        DLLView_setAllocGate(previous);
+    }
+    for (const EwswtarnView& v : ewswtarnViews) EXPECT_EQ(*v.variable, nullptr) << v.name;
+    for (std::size_t i = 0; i < saved.size(); ++i) *ewswtarnViews[i].variable = saved[i];
+}
+
+}  // namespace
