@@ -4,7 +4,7 @@
 // where the expansion stops.
 #include "platform/views/DictionaryViews.h"
 #include "tests/views/ViewTestSupport.h"
-#include "views/ViewInspection.h"
+#include "views/ViewOutline.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 // lists and their chain order, the bottom-up creation order of a tree and what
 // failed allocations leave behind, in trees and in the registration.
 #include "tests/views/ViewTestSupport.h"
-#include "views/ViewInspection.h"
+#include "views/ViewOutline.h"
 #include "views/ViewTreeBuilder.h"
 
 namespace {

@@ -4,7 +4,7 @@
 // variant's three differences, the index view's self-reference, aliases).
 #include "tests/views/ExpectedViews.h"
 #include "tests/views/ViewTestSupport.h"
-#include "views/ViewInspection.h"
+#include "views/ViewOutline.h"
 
 #include <set>
 

@@ -3,7 +3,7 @@
 // registered view (this library's or a data-dictionary view it delegates to).
 #include "platform/views/DLLView.h"
 #include "views/EwswtarnViews.h"
-#include "views/ViewInspection.h"
+#include "views/ViewOutline.h"
 
 #include <cstdio>
 #include <string>

@@ -1,4 +1,4 @@
-// ViewInspection.h — reading a built view tree as a client does: its shape
+// ViewOutline.h — reading a built view tree as a client does: its shape
 // (lists, elements, depth, delegating elements) and its outline in the form of
 // the view catalogue (element, "as" alias, arrow and nested class, delegations
 // with the view that expands them).

@@ -1,5 +1,5 @@
-// ViewInspection.cpp — walks a built tree through its records, in chain order.
-#include "views/ViewInspection.h"
+// ViewOutline.cpp — walks a built tree through its records, in chain order.
+#include "views/ViewOutline.h"
 
 #include "platform/views/DLLView.h"
 
