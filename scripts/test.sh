@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Builds everything and runs every test suite: a plain debug build, then the
-# AddressSanitizer + UndefinedBehaviorSanitizer build.
+# Builds everything and runs every test suite: a plain debug build (whose model
+# tests and short randomized runs then also run under valgrind memcheck), then
+# the AddressSanitizer + UndefinedBehaviorSanitizer build.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh
@@ -9,6 +10,7 @@ for preset in debug sanitize; do
   cmake --preset "$preset" >/dev/null
   cmake --build --preset "$preset" -j"$jobs"
   ctest --preset "$preset" -j"$jobs"
+  if [ "$preset" = debug ]; then bash scripts/valgrind.sh build/debug; fi
 done
 # The installed package serves a separate client project.
 prefix="$(mktemp -d)"

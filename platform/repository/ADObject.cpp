@@ -5,6 +5,8 @@
 #include "platform/repository/DSRegistrar.h"
 
 #include <atomic>
+#include <cctype>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -65,7 +67,16 @@ namespace {
 std::atomic<unsigned long> nextIdentity{1};
 
 std::string identityFor(const char* objID) {
-    if (objID && std::strcmp(objID, ADObject::defaultObjID()) != 0) return objID;
+    if (objID && std::strcmp(objID, ADObject::defaultObjID()) != 0) {
+        // A given ID of the generated form moves the generator past it, so no
+        // object made later with the default ID is handed the same identity.
+        if (objID[0] == '#' && std::isdigit(static_cast<unsigned char>(objID[1]))) {
+            char* end = nullptr;
+            unsigned long n = std::strtoul(objID + 1, &end, 10);
+            if (*end == '\0' && n < ULONG_MAX && n >= nextIdentity) nextIdentity = n + 1;
+        }
+        return objID;
+    }
     return "#" + std::to_string(nextIdentity++);
 }
 

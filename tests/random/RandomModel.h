@@ -27,6 +27,10 @@
 
 namespace krrandom {
 
+// Whether identity construction is sometimes given an ID of the generated form
+// ("#N", next to the last one handed out). On unless KRMWTARN_RANDOM_NO_ID_PROBE is set.
+extern bool probeGeneratedIds;
+
 // Where the driver's choices come from.
 class Choices {
 public:
@@ -88,7 +92,6 @@ public:
     const Tally& tally() const noexcept { return tally_; }
 
 private:
-    struct Catalogue;
     class Snapshot;
 
     // Operations.
@@ -120,11 +123,10 @@ private:
 
     Choices& choices_;
     std::vector<ADObject> slots_;
-    std::vector<ADObject> temps_;  // handles an operation takes on graph objects
     std::string operation_;
     std::string failure_;
     Tally tally_;
-    std::vector<std::string> seenIds_;
+    long lastGenerated_ = 0;  // number of the last generated object ID seen
 };
 
 // Runs `operations` steps from `seed` and finishes. Answers an empty string, or

@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Builds the release preset and runs the benchmarks, five repetitions each, then
+# prints their medians and every ratio against its baseline with its target.
+# Extra arguments go to the benchmark binary (e.g. --benchmark_filter=Lookup).
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bash scripts/setup.sh
+cmake --preset release >/dev/null
+cmake --build --preset release -j"$(nproc)" --target krmwtarn_bench bench_ratios
+results=build/release/bench-results.json
+build/release/bench/krmwtarn_bench --benchmark_repetitions="${REPETITIONS:-5}" \
+  --benchmark_report_aggregates_only=true --benchmark_out="$results" --benchmark_out_format=json "$@"
+build/release/bench/bench_ratios "$results" \
+  BuildWorstCaseModel=2 LookupByIdentity=1.5 BytesPerField=2 BytesPerLink=2
