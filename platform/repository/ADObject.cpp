@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cctype>
 #include <climits>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -77,7 +78,9 @@ std::string identityFor(const char* objID) {
         }
         return objID;
     }
-    return "#" + std::to_string(nextIdentity++);
+    char id[24];
+    std::snprintf(id, sizeof id, "#%lu", nextIdentity++);
+    return id;
 }
 
 adnotify::Listener& listener() {
