@@ -589,6 +589,14 @@ inline constexpr Row CORVIAPOPULATEDBD[] = {
     use(0, dbdGraph),
 };
 
+// What a PCB's view shows of a segment a SENSEG maps to: its dictionary name
+// (by the dictionary's view) and its DBD's name.
+inline constexpr Row mappedSegmentName[] = {
+    role(0, "segmName", "DSHasTARNsegmName"),
+      targetView(1, &v_CORVIADSALIAS),
+    use(0, segmentDbdName),
+};
+
 inline constexpr Row CORVIAPCB[] = {
     role(0, "typeOfPCB", "DSSpecifiedByType"),
       target(1, "DSPCBdb"),
@@ -596,27 +604,19 @@ inline constexpr Row CORVIAPCB[] = {
           target(3, "DSSenSegment"),
             role(4, "targetSegment", "DSMapsTo"),
               target(5, "DSSegmentLogical"),
-                role(6, "segmName", "DSHasTARNsegmName"),
-                  targetView(7, &v_CORVIADSALIAS),
-                use(6, segmentDbdName),
+                use(6, mappedSegmentName),
                 attr(6, "segmentName"),
             role(4, "targetSegment", "DSMapsTo"),
               target(5, "DSSegmentDEDB"),
-                role(6, "segmName", "DSHasTARNsegmName"),
-                  targetView(7, &v_CORVIADSALIAS),
-                use(6, segmentDbdName),
+                use(6, mappedSegmentName),
                 attr(6, "strSegmentName"),
             role(4, "targetSegment", "DSMapsTo"),
               target(5, "DSSegmentComplex"),
-                role(6, "segmName", "DSHasTARNsegmName"),
-                  targetView(7, &v_CORVIADSALIAS),
-                use(6, segmentDbdName),
+                use(6, mappedSegmentName),
                 attr(6, "strSegmentName"),
             role(4, "targetSegment", "DSMapsTo"),
               target(5, "DSSegment"),
-                role(6, "segmName", "DSHasTARNsegmName"),
-                  targetView(7, &v_CORVIADSALIAS),
-                use(6, segmentDbdName),
+                use(6, mappedSegmentName),
                 attr(6, "strSegmentName"),
             role(4, "senflds", "DSUsesSENFLD"),
               target(5, "DSSenField"),
