@@ -169,9 +169,8 @@ int _KRLink::removeEnd(int end) {
     return 1;
 }
 
-void _KRLink::create(const KRLinkInfo& info, _KRLink* (*make)(const char* context),
-                     const std::function<void(_ADObject*)>& adopt, ADObject* source, ADObject* target,
-                     const ADObject* after, bool placeAfter) {
+ADObject _KRLink::create(const KRLinkInfo& info, _KRLink* (*make)(const char* context), ADObject* source,
+                         ADObject* target, const ADObject* after, bool placeAfter) {
     requireObject(info, krSource, source);
     requireObject(info, krTarget, target);
     // The duplicate test reaches the source's role through its declared class.
@@ -188,14 +187,17 @@ void _KRLink::create(const KRLinkInfo& info, _KRLink* (*make)(const char* contex
         }
     }
     // A link is always made in the version of its source.
+    // The handle holds the link from here on: if an end setter refuses, the
+    // link goes with it unless its source's role already took it.
     _KRLink* link = make((*source)->getRepositoryKey()->getVersionString());
-    adopt(link);
+    ADObject handle = ADObject::takeFirst(link);
     DSRegistrar::registerObj(link);
-    if (!link) return;
+    if (!link) return handle;
     if (placeAfter)
         link->setSourceAfter(source, after, omStore | omSetChanged);
     else
         link->setEnd(krSource, source, omStore | omSetChanged);
     (*source)->processChangeFlag();
     link->setEnd(krTarget, target, placeAfter ? (omStore | omSetChanged) : omStore);
+    return handle;
 }

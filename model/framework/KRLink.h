@@ -11,7 +11,6 @@
 #include "platform/repository/ADIdentity.h"
 #include "platform/repository/ADLink.h"
 
-#include <functional>
 #include <type_traits>
 #include <utility>
 
@@ -78,10 +77,10 @@ public:
     // Ordered links: move this link behind `after` within its source's role.
     void moveAfterInSource(const ADObject* after, omSetProcessing how);
 
-    // Creation from two ends (duplicate test, made in the source's version).
-    static void create(const KRLinkInfo& info, _KRLink* (*make)(const char* context),
-                       const std::function<void(_ADObject*)>& adopt, ADObject* source, ADObject* target,
-                       const ADObject* after, bool placeAfter);
+    // Creation from two ends (duplicate test, made in the source's version);
+    // answers the first handle on the new link.
+    static ADObject create(const KRLinkInfo& info, _KRLink* (*make)(const char* context), ADObject* source,
+                           ADObject* target, const ADObject* after, bool placeAfter);
 
 protected:
     // Take this link out of the role of one end and empty that end.

@@ -84,18 +84,8 @@ ADLink* ewswtarnCreateLink(const char* linkClass, ADObject* source, ADObject* ta
     for (const LinkMaker& m : linkMakers) {
         if (std::strcmp(m.name, linkClass) != 0) continue;
         if (placeAfter && !m.info->ordered()) return nullptr;
-        auto* handle = new ADLink();
-        struct Adopter : ADLink {
-            static void into(ADLink* h, _ADObject* p) { static_cast<Adopter*>(h)->adopt(p); }
-        };
-        try {
-            _KRLink::create(*m.info, m.make, [handle](_ADObject* p) { Adopter::into(handle, p); }, source, target,
-                            after, placeAfter);
-        } catch (...) {
-            delete handle;
-            throw;
-        }
-        return handle;
+        ADObject made = _KRLink::create(*m.info, m.make, source, target, after, placeAfter);
+        return new ADLink(made.impl());
     }
     return nullptr;
 }

@@ -21,13 +21,13 @@
     const KRLinkInfo& KR_IMPL(C)::linkInfo() const noexcept { return krInfo; }                          \
     C::C(S* source, T* target, int check) {                                                             \
         if (check)                                                                                      \
-            _KRLink::create(KR_IMPL(C)::krInfo, &kr::makeLink<KR_IMPL(C)>,                              \
-                            [this](_ADObject* p) { adopt(p); }, source, target, nullptr, false);        \
+            ADObject::operator=(                                                                        \
+                _KRLink::create(KR_IMPL(C)::krInfo, &kr::makeLink<KR_IMPL(C)>, source, target, nullptr, false)); \
     }                                                                                                   \
     void C::createAfter(S* source, T* target, C* after, int check) {                                    \
         if (check)                                                                                      \
-            _KRLink::create(KR_IMPL(C)::krInfo, &kr::makeLink<KR_IMPL(C)>,                              \
-                            [this](_ADObject* p) { adopt(p); }, source, target, after, true);           \
+            ADObject::operator=(                                                                        \
+                _KRLink::create(KR_IMPL(C)::krInfo, &kr::makeLink<KR_IMPL(C)>, source, target, after, true)); \
     }                                                                                                   \
     C::C(const char* context, const char* objID, int instantiate) : ADLink(context, objID, 0) {         \
         adopt(adAcquire<KR_IMPL(C)>(#C, context, objID, instantiate));                                  \

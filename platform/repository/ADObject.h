@@ -47,6 +47,14 @@ public:
     // The reserved object ID that asks for a new object with an identity of its own.
     static const char* defaultObjID() noexcept;
 
+    // A handle that takes over the first use of a newly made implementation
+    // (the use its construction already counted).
+    static ADObject takeFirst(_ADObject* impl) noexcept {
+        ADObject h;
+        h.impl_ = impl;
+        return h;
+    }
+
 protected:
     // Store an implementation whose first handle this is (no count added).
     void adopt(_ADObject* impl) noexcept;
