@@ -115,7 +115,7 @@ bool flushStandardOutput(std::string& reason) {
     reason = standardOutputFailure;
     if (reason.empty() && (std::ferror(stdout) || !std::cout)) {
         // An earlier write failed and what it held is lost; its reason is gone.
-        reason = "output lost";
+        reason = "write error";
     }
     return reason.empty();
 }

@@ -2,6 +2,7 @@
 // in registration order with their root class and shape, and the outline of any
 // registered view (this library's or a data-dictionary view it delegates to).
 #include "tools/krmwtarn/Commands.h"
+#include "tools/krmwtarn/Files.h"
 
 #include "platform/views/DLLView.h"
 #include "views/EwswtarnViews.h"
@@ -43,7 +44,7 @@ int view(const std::string& name) {
     const ViewShape shape = measureView(root);
     std::printf("%s (root %s; %d lists, %d elements, depth %d, %d delegating)\n\n", type->name(), root->className,
                 shape.lists, shape.elements, shape.depth, shape.delegating);
-    std::fputs(viewOutline(root).c_str(), stdout);
+    printText(viewOutline(root));
     return exitDone;
 }
 

@@ -143,7 +143,7 @@ int main(int argc, char** argv) {
         run = [&] {
             const CLI::App* topic = helpTopic.empty() ? &app : app.get_subcommand(helpTopic);
             std::string prefix = topic == &app ? "krmwtarn" : "krmwtarn " + helpTopic;
-            std::fputs(app.get_formatter()->make_help(topic, prefix, CLI::AppFormatMode::Normal).c_str(), stdout);
+            krmwtarn::printText(app.get_formatter()->make_help(topic, prefix, CLI::AppFormatMode::Normal));
             return exitDone;
         };
     });
