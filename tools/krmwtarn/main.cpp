@@ -8,6 +8,7 @@
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
+#include <exception>
 #include <functional>
 #include <optional>
 #include <sstream>
@@ -36,9 +37,12 @@ int refuseUsage(const CLI::App& app, const CLI::ParseError& e, int argc, char** 
     std::string complaint = e.what();
     if (app.get_subcommands().empty()) {
         // Nothing was taken as a command: the first word is not one, or there is none.
-        if (argc < 2) complaint = "a command is required";
-        else if (argv[1][0] == '-') complaint = std::string("unknown option '") + argv[1] + "'";
-        else complaint = std::string("unknown command '") + argv[1] + "'";
+        if (argc < 2)
+            complaint = "a command is required";
+        else if (argv[1][0] == '-')
+            complaint = std::string("unknown option '") + argv[1] + "'";
+        else
+            complaint = std::string("unknown command '") + argv[1] + "'";
     }
     std::fprintf(stderr, "%s: %s\n\n%s", commandName(app).c_str(), complaint.c_str(), app.help().c_str());
     return exitBadUsage;
@@ -97,8 +101,8 @@ int main(int argc, char** argv) {
 
     std::string importFile;
     bool importJson = false;
-    CLI::App* importCommand =
-        app.add_subcommand("import", "Read JSON documents into an empty repository; a refused document changes nothing");
+    CLI::App* importCommand = app.add_subcommand(
+        "import", "Read JSON documents into an empty repository; a refused document changes nothing");
     positional(importCommand, "FILE", importFile, "The file to read, - for standard input")->required();
     importCommand->add_flag("--json", importJson, "Print the imported repository as documents, as export writes them");
     importCommand->callback([&] { run = [&] { return krmwtarn::importDocuments(importFile, importJson); }; });
@@ -132,12 +136,12 @@ int main(int argc, char** argv) {
 
     std::string helpTopic;
     CLI::App* help = app.add_subcommand("help", "Describe the tool, or one command");
+    // Every command, help included, is listed under "Commands" and can be asked about.
     std::vector<std::string> commandNames;
     for (CLI::App* command : app.get_subcommands([](CLI::App*) { return true; })) {
         command->group("Commands");
         commandNames.push_back(command->get_name());
     }
-    app.footer(exitStatus + "\n'krmwtarn COMMAND --help' describes a command.");
     positional(help, "COMMAND", helpTopic, "The command to describe")->check(CLI::IsMember(commandNames));
     help->callback([&] {
         run = [&] {
@@ -147,6 +151,7 @@ int main(int argc, char** argv) {
             return exitDone;
         };
     });
+    app.footer(exitStatus + "\n'krmwtarn COMMAND --help' describes a command.");  // the tool's own help only
 
     int status;
     try {
@@ -158,6 +163,10 @@ int main(int argc, char** argv) {
         std::ostringstream text;
         status = app.exit(e, text);
         krmwtarn::printText(text.str());
+    } catch (const std::exception& e) {
+        // Whatever a command did not foresee still ends with a message, not an abort.
+        std::fprintf(stderr, "%s: %s\n", commandName(app).c_str(), e.what());
+        status = exitBadInput;
     }
     std::string reason;
     if (!krmwtarn::flushStandardOutput(reason)) {
