@@ -12,7 +12,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
-#include <vector>
 
 namespace krmwtarn {
 namespace {
@@ -84,17 +83,15 @@ bool writeFile(const std::string& path, const std::string& text, std::string& re
         ::umask(mask);
         mode = 0666 & ~mask;
     }
-    std::vector<char> temporary(target.begin(), target.end());
-    for (char c : std::string(".XXXXXX")) temporary.push_back(c);
-    temporary.push_back('\0');
+    std::string temporary = target + ".XXXXXX";  // mkstemp fills in the X's
     int fd = ::mkstemp(temporary.data());
     if (fd < 0) return fail(reason, errno);
     bool ok = ::fchmod(fd, mode) == 0 || fail(reason, errno);
     ok = ok && writeAll(fd, text, reason);
     ok = ok && (::fsync(fd) == 0 || fail(reason, errno));
     if (::close(fd) != 0 && ok) ok = fail(reason, errno);
-    ok = ok && (::rename(temporary.data(), target.c_str()) == 0 || fail(reason, errno));
-    if (!ok) ::unlink(temporary.data());
+    ok = ok && (::rename(temporary.c_str(), target.c_str()) == 0 || fail(reason, errno));
+    if (!ok) ::unlink(temporary.c_str());
     return ok;
 }
 
