@@ -12,11 +12,15 @@ for preset in debug sanitize; do
   ctest --preset "$preset" -j"$jobs"
   if [ "$preset" = debug ]; then bash scripts/valgrind.sh build/debug; fi
 done
-# The installed package serves a separate client project.
+# The installed package serves a separate client project, and the installed
+# tool runs from a prefix that is on no library path (its run path finds the
+# library beside it).
 prefix="$(mktemp -d)"
 cmake --install build/debug --prefix "$prefix" >/dev/null
+env -u LD_LIBRARY_PATH "$prefix/bin/krmwtarn" demo >/dev/null
+echo "installed tool: krmwtarn demo ran"
 cmake -S tests/consumer -B "$prefix/consumer" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
 cmake --build "$prefix/consumer" >/dev/null
-LD_LIBRARY_PATH="$prefix/lib" "$prefix/consumer/app"
+env -u LD_LIBRARY_PATH "$prefix/consumer/app"
 echo "installed package: client built and ran"
 rm -rf "$prefix"

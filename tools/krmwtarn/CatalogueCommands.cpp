@@ -51,23 +51,21 @@ std::string checks(const _classStruct& link, int end) {
 }
 }  // namespace
 
-int krmwtarnClasses(int, char**) {
+namespace krmwtarn {
+
+int classes() {
     std::printf("%-20s %-20s %s\n", "class", "superclass", "rows");
     for (const _classStruct* c = ewswtarnClassTable; c->className; ++c)
         std::printf("%-20s %-20s %d\n", c->className, c->superclassName, rowCount(c->attributes));
-    return 0;
+    return exitDone;
 }
 
-int krmwtarnClass(int argc, char** argv) {
-    if (argc < 2) {
-        std::fprintf(stderr, "krmwtarn class: give a class name (see 'krmwtarn classes')\n");
-        return 2;
-    }
+int classChain(const std::string& name) {
     // Walk the chain of a live object, as the repository client does.
-    std::unique_ptr<ADObject> object(ewswtarnFactory(argv[1], "", ADObject::defaultObjID()));
+    std::unique_ptr<ADObject> object(ewswtarnFactory(name.c_str(), "", ADObject::defaultObjID()));
     if (!object || object->isEmpty()) {
-        std::fprintf(stderr, "krmwtarn class: no class named '%s'\n", argv[1]);
-        return 1;
+        std::fprintf(stderr, "krmwtarn class: no class named '%s'\n", name.c_str());
+        return exitBadInput;
     }
     _ADObject* impl = object->impl();
     for (ADAttributeEntry* t = impl->nextAttributeTable(nullptr); t; t = impl->nextAttributeTable(t)) {
@@ -87,10 +85,10 @@ int krmwtarnClass(int argc, char** argv) {
         }
     }
     DSRegistrar::releaseAll();
-    return 0;
+    return exitDone;
 }
 
-int krmwtarnLinks(int, char**) {
+int links() {
     std::printf("%-20s %-20s %-22s %-20s %-22s %-5s %-7s %-12s %-36s %s\n", "link", "source", "source role",
                 "target", "target role", "card", "ordered", "controlling", "source setter checks",
                 "target setter checks");
@@ -104,5 +102,7 @@ int krmwtarnLinks(int, char**) {
                     (t[0].flags & adFlagOrdered) ? "yes" : "no", controlling, checks(*c, 0).c_str(),
                     checks(*c, 1).c_str());
     }
-    return 0;
+    return exitDone;
 }
+
+}  // namespace krmwtarn

@@ -1,13 +1,30 @@
-// Commands.h — the subcommands of the krmwtarn tool; argv[0] is the command word.
+// Commands.h — the subcommands of the krmwtarn tool, called by main.cpp with
+// their parsed arguments, and the tool's exit statuses. A command prints its
+// result on standard output and its complaints on standard error.
 #pragma once
 
-int krmwtarnClasses(int argc, char** argv);
-int krmwtarnClass(int argc, char** argv);
-int krmwtarnLinks(int argc, char** argv);
-int krmwtarnDemo(int argc, char** argv);
-int krmwtarnGraph(int argc, char** argv);
-int krmwtarnExpand(int argc, char** argv);
-int krmwtarnExport(int argc, char** argv);
-int krmwtarnImport(int argc, char** argv);
-int krmwtarnViews(int argc, char** argv);
-int krmwtarnView(int argc, char** argv);
+#include <optional>
+#include <string>
+
+namespace krmwtarn {
+
+// 0 done; 1 bad input (unreadable file, refused document, unknown view, class or
+// root name, output that could not be written); 2 bad usage (unknown command,
+// bad, missing or extra arguments).
+enum ExitStatus : int { exitDone = 0, exitBadInput = 1, exitBadUsage = 2 };
+
+// ROOT defaults to the sample object the view is rooted in.
+int expand(const std::string& view, const std::optional<std::string>& root, bool asJson);
+// FILE "-" is standard output.
+int exportSample(const std::string& file);
+// FILE "-" is standard input; with asJson the imported repository is printed
+// as documents again instead of a count.
+int importDocuments(const std::string& file, bool asJson);
+int graph(const std::string& root);
+int views();
+int view(const std::string& name);
+int classes();
+int classChain(const std::string& name);
+int links();
+
+}  // namespace krmwtarn

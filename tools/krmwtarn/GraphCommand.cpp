@@ -73,16 +73,16 @@ private:
 };
 }  // namespace
 
-int krmwtarnGraph(int argc, char** argv) {
+int krmwtarn::graph(const std::string& name) {
     sample::Model model = sample::build();
-    const char* root = argc > 1 ? argv[1] : "HOSPDBD";
-    int status = 0;
+    const char* root = name.c_str();
+    int status = exitDone;
     _ADObject* start = nullptr;
     for (const char* cls : {"DSDBD", "DSPSB", "DSPCB"})
         if (!start) start = DSRegistrar::findObj(cls, root, sample::kVersion);
     if (!start) {
         std::fprintf(stderr, "krmwtarn graph: the sample has no DBD, PSB or PCB named '%s'\n", root);
-        status = 1;
+        status = exitBadInput;
     } else {
         Printer().object(start, 0, "");
     }

@@ -4,14 +4,14 @@
 #include "tools/krmwtarn/Commands.h"
 
 #include "tools/json/ViewDocument.h"
+#include "tools/krmwtarn/Files.h"
 #include "tools/sample/SampleModel.h"
 
 #include <cstdio>
 #include <cstring>
-#include <fstream>
-#include <iostream>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace {
 void printValue(const DLLViewValue& v) {
@@ -60,32 +60,6 @@ _ADObject* rootFor(DLLViewType* view, const char* name) {
     return found;
 }
 
-int expandOne(const char* viewName, const char* rootName, bool asJson) {
-    DLLView_init::initAll();
-    DLLViewType* view = DLLViewType::find(viewName);
-    if (!view) {
-        std::fprintf(stderr, "krmwtarn: no view named '%s' (see 'krmwtarn views')\n", viewName);
-        return 1;
-    }
-    sample::Model model = sample::build();
-    int status = 0;
-    _ADObject* root = rootFor(view, rootName);
-    if (!root) {
-        std::fprintf(stderr, "krmwtarn: the sample has no %s named '%s'\n",
-                     view->_get_adViewList() ? view->_get_adViewList()->className : "object", rootName ? rootName : "");
-        status = 1;
-    } else if (asJson) {
-        std::cout << viewdoc::exportView(view, root).dump(2) << "\n";
-    } else {
-        DLLViewNode node = DLLView_expand(view, root);
-        std::printf("%s over %s %s\n", view->name(), root->whoAmI(), root->objID());
-        printNode(node, 1);
-    }
-    model = sample::Model();
-    DSRegistrar::releaseAll();
-    return status;
-}
-
 // The whole sample as documents: every DBD by the populate view, the PSB by its view.
 nlohmann::json sampleDocuments(const sample::Model& m) {
     DLLView_init::initAll();
@@ -96,85 +70,80 @@ nlohmann::json sampleDocuments(const sample::Model& m) {
     docs.push_back(viewdoc::exportView(DLLViewType::find("CORVIAPSB"), m.psb.impl()));
     return nlohmann::json{{"documents", docs}};
 }
+
+// The imported roots exported again, each by the view its document names, in
+// the shape that was read: one document, or {"documents": [...]}.
+nlohmann::json exportAgain(const nlohmann::json& read, const std::vector<std::unique_ptr<ADObject>>& roots) {
+    auto again = [&](const nlohmann::json& doc, const ADObject& root) {
+        return viewdoc::exportView(DLLViewType::find(doc.at("view").get<std::string>().c_str()), root.impl());
+    };
+    if (!(read.is_object() && read.contains("documents"))) return again(read, *roots.front());
+    nlohmann::json docs = nlohmann::json::array();
+    for (std::size_t i = 0; i < roots.size(); ++i) docs.push_back(again(read["documents"][i], *roots[i]));
+    return nlohmann::json{{"documents", docs}};
+}
 }  // namespace
 
-
-int krmwtarnDemo(int argc, char** argv) {
-    const char* view = "CORVIADBD";
-    const char* root = nullptr;
-    if (argc > 1) view = argv[1];
-    if (argc > 2) root = argv[2];
-    return expandOne(view, root, false);
-}
-
-int krmwtarnExpand(int argc, char** argv) {
-    const char* view = nullptr;
-    const char* root = nullptr;
-    bool json = false;
-    for (int i = 1; i < argc; ++i) {
-        if (!std::strcmp(argv[i], "--json")) json = true;
-        else if (!std::strcmp(argv[i], "--root") && i + 1 < argc) root = argv[++i];
-        else if (argv[i][0] == '-') {
-            std::fprintf(stderr, "krmwtarn expand: unknown option '%s'\n", argv[i]);
-            return 2;
-        } else if (!view) view = argv[i];
-        else {
-            std::fprintf(stderr, "krmwtarn expand: one view at a time\n");
-            return 2;
-        }
-    }
+int krmwtarn::expand(const std::string& viewName, const std::optional<std::string>& rootGiven, bool asJson) {
+    DLLView_init::initAll();
+    DLLViewType* view = DLLViewType::find(viewName.c_str());
     if (!view) {
-        std::fprintf(stderr, "usage: krmwtarn expand VIEW [--root NAME] [--json]\n");
-        return 2;
+        std::fprintf(stderr, "krmwtarn: no view named '%s' (see 'krmwtarn views')\n", viewName.c_str());
+        return exitBadInput;
     }
-    return expandOne(view, root, json);
+    const char* rootName = rootGiven ? rootGiven->c_str() : nullptr;
+    sample::Model model = sample::build();
+    int status = exitDone;
+    _ADObject* root = rootFor(view, rootName);
+    if (!root) {
+        std::fprintf(stderr, "krmwtarn: the sample has no %s named '%s'\n",
+                     view->_get_adViewList() ? view->_get_adViewList()->className : "object", rootName ? rootName : "");
+        status = exitBadInput;
+    } else if (asJson) {
+        printText(viewdoc::exportView(view, root).dump(2) + "\n");
+    } else {
+        DLLViewNode node = DLLView_expand(view, root);
+        std::printf("%s over %s %s\n", view->name(), root->whoAmI(), root->objID());
+        printNode(node, 1);
+    }
+    model = sample::Model();
+    DSRegistrar::releaseAll();
+    return status;
 }
 
-int krmwtarnExport(int argc, char** argv) {
-    if (argc < 2) {
-        std::fprintf(stderr, "usage: krmwtarn export FILE   (- for standard output)\n");
-        return 2;
-    }
+int krmwtarn::exportSample(const std::string& file) {
     sample::Model model = sample::build();
     nlohmann::json docs = sampleDocuments(model);
     model = sample::Model();
     DSRegistrar::releaseAll();
-    if (!std::strcmp(argv[1], "-")) {
-        std::cout << docs.dump(2) << "\n";
-        return 0;
+    if (file == "-") {
+        printText(docs.dump(2) + "\n");
+        return exitDone;  // main checks that standard output took it
     }
-    std::ofstream out(argv[1]);
-    if (!out) {
-        std::fprintf(stderr, "krmwtarn export: cannot write '%s'\n", argv[1]);
-        return 1;
+    std::string reason;
+    if (!writeFile(file, docs.dump(2) + "\n", reason)) {
+        std::fprintf(stderr, "krmwtarn export: cannot write %s: %s\n", file.c_str(), reason.c_str());
+        return exitBadInput;
     }
-    out << docs.dump(2) << "\n";
-    return out ? 0 : 1;
+    return exitDone;
 }
 
-int krmwtarnImport(int argc, char** argv) {
-    if (argc < 2) {
-        std::fprintf(stderr, "usage: krmwtarn import FILE   (- for standard input)\n");
-        return 2;
+int krmwtarn::importDocuments(const std::string& file, bool asJson) {
+    std::string text, reason;
+    if (!readFile(file, text, reason)) {
+        std::fprintf(stderr, "krmwtarn import: cannot read %s: %s\n", file == "-" ? "standard input" : file.c_str(),
+                     reason.c_str());
+        return exitBadInput;
     }
     nlohmann::json doc;
     try {
-        if (!std::strcmp(argv[1], "-")) {
-            doc = nlohmann::json::parse(std::cin);
-        } else {
-            std::ifstream in(argv[1]);
-            if (!in) {
-                std::fprintf(stderr, "krmwtarn import: cannot read '%s'\n", argv[1]);
-                return 1;
-            }
-            doc = nlohmann::json::parse(in);
-        }
+        doc = nlohmann::json::parse(text);
     } catch (const nlohmann::json::parse_error& e) {
         std::fprintf(stderr, "krmwtarn import: not JSON: %s\n", e.what());
-        return 1;
+        return exitBadInput;
     }
     DLLView_init::initAll();
-    int status = 0;
+    int status = exitDone;
     try {
         std::vector<std::unique_ptr<ADObject>> roots;
         if (doc.is_object() && doc.contains("documents")) {
@@ -190,11 +159,14 @@ int krmwtarnImport(int argc, char** argv) {
         } else {
             roots.emplace_back(viewdoc::importDocument(doc));
         }
-        std::printf("imported %zu document(s): %zu objects and links in the repository\n", roots.size(),
-                    DSRegistrar::count());
+        if (asJson)
+            printText(exportAgain(doc, roots).dump(2) + "\n");
+        else
+            std::printf("imported %zu document(s): %zu objects and links in the repository\n", roots.size(),
+                        DSRegistrar::count());
     } catch (const viewdoc::DocumentError& e) {
         std::fprintf(stderr, "krmwtarn import: %s\n", e.what());
-        status = 1;
+        status = exitBadInput;
     }
     DSRegistrar::releaseAll();
     return status;

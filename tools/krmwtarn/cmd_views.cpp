@@ -1,6 +1,9 @@
 // cmd_views.cpp — the tool's views and view subcommands: the library's 38 views
 // in registration order with their root class and shape, and the outline of any
 // registered view (this library's or a data-dictionary view it delegates to).
+#include "tools/krmwtarn/Commands.h"
+#include "tools/krmwtarn/Files.h"
+
 #include "platform/views/DLLView.h"
 #include "views/EwswtarnViews.h"
 #include "views/ViewOutline.h"
@@ -8,7 +11,9 @@
 #include <cstdio>
 #include <string>
 
-int krmwtarnViews(int, char**) {
+namespace krmwtarn {
+
+int views() {
     DLLView_init::initAll();
     std::printf("%-3s %-20s %-21s %6s %9s %6s %11s\n", "no.", "view", "root class", "lists", "elements", "depth",
                 "delegating");
@@ -20,28 +25,27 @@ int krmwtarnViews(int, char**) {
         std::printf("%-3d %-20s %-21s %6d %9d %6d %11d\n", i + 1, v.name, root ? root->className : "(none)",
                     shape.lists, shape.elements, shape.depth, shape.delegating);
     }
-    return 0;
+    return exitDone;
 }
 
-int krmwtarnView(int argc, char** argv) {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: krmwtarn view NAME\n");
-        return 2;
-    }
+int view(const std::string& name) {
     DLLView_init::initAll();
-    DLLViewType* type = DLLViewType::find(argv[1]);
+    const char* viewName = name.c_str();
+    DLLViewType* type = DLLViewType::find(viewName);
     if (!type) {
-        std::fprintf(stderr, "krmwtarn view: no view named '%s' ('krmwtarn views' lists them)\n", argv[1]);
-        return 1;
+        std::fprintf(stderr, "krmwtarn view: no view named '%s' ('krmwtarn views' lists them)\n", viewName);
+        return exitBadInput;
     }
     const DLLViewList* root = type->_get_adViewList();
     if (!root) {
-        std::fprintf(stderr, "krmwtarn view: view '%s' has no tree\n", argv[1]);
-        return 1;
+        std::fprintf(stderr, "krmwtarn view: view '%s' has no tree\n", viewName);
+        return exitBadInput;
     }
     const ViewShape shape = measureView(root);
     std::printf("%s (root %s; %d lists, %d elements, depth %d, %d delegating)\n\n", type->name(), root->className,
                 shape.lists, shape.elements, shape.depth, shape.delegating);
-    std::fputs(viewOutline(root).c_str(), stdout);
-    return 0;
+    printText(viewOutline(root));
+    return exitDone;
 }
+
+}  // namespace krmwtarn

@@ -1,49 +1,177 @@
-// main.cpp — the krmwtarn command-line tool: a table of subcommands over the
-// library's catalogues (classes, one class's attribute-table chain, links).
+// main.cpp — the krmwtarn command-line tool: one CLI11 parser for every command
+// (arguments, --help of the tool and of each command, --version), the call of
+// the chosen command and the check that its output reached standard output.
+// Exit status: 0 done, 1 bad input, 2 bad usage (see Commands.h).
 #include "tools/krmwtarn/Commands.h"
+#include "tools/krmwtarn/Files.h"
+
+#include <CLI/CLI.hpp>
 
 #include <cstdio>
-#include <cstring>
+#include <exception>
+#include <functional>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#ifndef KRMWTARN_VERSION
+#error "KRMWTARN_VERSION comes from the project version in CMake"
+#endif
 
 namespace {
-struct Command {
-    const char* name;
-    const char* usage;
-    int (*run)(int argc, char** argv);
-};
+using krmwtarn::exitBadInput;
+using krmwtarn::exitBadUsage;
+using krmwtarn::exitDone;
 
-const Command commands[] = {
-    {"demo", "demo [VIEW [ROOT]]       expand a view over the built-in sample (CORVIADBD over HOSPDBD)", krmwtarnDemo},
-    {"expand", "expand VIEW [--root NAME] [--json]   expand any view over the sample", krmwtarnExpand},
-    {"export", "export FILE             write the whole sample as JSON documents (- for stdout)", krmwtarnExport},
-    {"import", "import FILE             read JSON documents into an empty repository (- for stdin)", krmwtarnImport},
-    {"graph", "graph [NAME]            print a sample definition's whole object graph (HOSPDBD)", krmwtarnGraph},
-    {"views", "views                   the registered views: root class, lists, elements, depth, delegations", krmwtarnViews},
-    {"view", "view NAME               one view's outline", krmwtarnView},
-    {"classes", "classes                 the class table: name, superclass, rows", krmwtarnClasses},
-    {"class", "class NAME              the attribute-table chain of one class", krmwtarnClass},
-    {"links", "links                   the link catalogue: ends, cardinality, order, checks", krmwtarnLinks},
-};
+// "krmwtarn" and the command that was given, as complaints begin.
+std::string commandName(const CLI::App& app) {
+    std::string name = "krmwtarn";
+    for (const CLI::App* sub : app.get_subcommands()) name += " " + sub->get_name();
+    return name;
+}
 
-void usage(std::FILE* out) {
-    std::fprintf(out, "usage: krmwtarn COMMAND [ARGS]\n\ncommands:\n");
-    for (const Command& c : commands) std::fprintf(out, "  %s\n", c.usage);
-    std::fprintf(out, "  --help                  this text\n");
+// A complaint about the command line names the command it is about and shows
+// that command's help, on standard error.
+int refuseUsage(const CLI::App& app, const CLI::ParseError& e, int argc, char** argv) {
+    std::string complaint = e.what();
+    if (app.get_subcommands().empty()) {
+        // Nothing was taken as a command: the first word is not one, or there is none.
+        if (argc < 2)
+            complaint = "a command is required";
+        else if (argv[1][0] == '-')
+            complaint = std::string("unknown option '") + argv[1] + "'";
+        else
+            complaint = std::string("unknown command '") + argv[1] + "'";
+    }
+    std::fprintf(stderr, "%s: %s\n\n%s", commandName(app).c_str(), complaint.c_str(), app.help().c_str());
+    return exitBadUsage;
+}
+
+// A positional argument's name as the help text shows it: "VIEW", not "VIEW TEXT".
+CLI::Option* positional(CLI::App* command, const std::string& name, std::string& value, const std::string& help) {
+    return command->add_option(name, value, help)->type_name("");
 }
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 2) {
-        usage(stderr);
-        return 2;
+    CLI::App app{
+        "krmwtarn: the information model of the TARN hierarchical database manager's definitions "
+        "(DBDs, PSBs and their parts), its views, and the built-in sample they are shown on.",
+        "krmwtarn"};
+    app.set_version_flag("--version", "krmwtarn " KRMWTARN_VERSION, "Print the version and exit");
+    app.require_subcommand(1);
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    app.get_formatter()->column_width(34);
+    const std::string exitStatus =
+        "Exit status: 0 done, 1 bad input (unreadable file, refused document, unknown name), 2 bad usage.";
+    app.footer(exitStatus);  // every command takes it over when it is added
+
+    // What the chosen command does, once its arguments are parsed.
+    std::function<int()> run;
+    auto rootIfGiven = [](const CLI::App* command, const char* option, const std::string& value) {
+        return command->count(option) ? std::optional<std::string>(value) : std::nullopt;
+    };
+
+    std::string demoView = "CORVIADBD", demoRoot;
+    CLI::App* demo = app.add_subcommand("demo", "Expand a view over the built-in sample (CORVIADBD over HOSPDBD)");
+    positional(demo, "VIEW", demoView, "The view to expand")->capture_default_str();
+    positional(demo, "ROOT", demoRoot, "The sample object to expand it over (default: the view's usual root)");
+    demo->callback([&] {
+        run = [&, root = rootIfGiven(demo, "ROOT", demoRoot)] { return krmwtarn::expand(demoView, root, false); };
+    });
+
+    std::string expandView, expandRoot;
+    bool expandJson = false;
+    CLI::App* expand = app.add_subcommand("expand", "Expand any of the views over the sample");
+    positional(expand, "VIEW", expandView, "The view to expand")->required();
+    expand->add_option("--root", expandRoot, "The sample object to expand it over (default: the view's usual root)")
+        ->type_name("NAME");
+    expand->add_flag("--json", expandJson, "Print the expansion as a JSON document");
+    expand->callback([&] {
+        run = [&, root = rootIfGiven(expand, "--root", expandRoot)] {
+            return krmwtarn::expand(expandView, root, expandJson);
+        };
+    });
+
+    std::string exportFile;
+    CLI::App* exportCommand = app.add_subcommand("export", "Write the whole sample as JSON documents");
+    positional(exportCommand, "FILE", exportFile, "The file to write, - for standard output")->required();
+    exportCommand->callback([&] { run = [&] { return krmwtarn::exportSample(exportFile); }; });
+
+    std::string importFile;
+    bool importJson = false;
+    CLI::App* importCommand = app.add_subcommand(
+        "import", "Read JSON documents into an empty repository; a refused document changes nothing");
+    positional(importCommand, "FILE", importFile, "The file to read, - for standard input")->required();
+    importCommand->add_flag("--json", importJson, "Print the imported repository as documents, as export writes them");
+    importCommand->callback([&] { run = [&] { return krmwtarn::importDocuments(importFile, importJson); }; });
+
+    std::string graphRoot = "HOSPDBD";
+    CLI::App* graph = app.add_subcommand("graph", "Print a sample definition's whole object graph");
+    positional(graph, "NAME", graphRoot, "A DBD, PSB or PCB of the sample")->capture_default_str();
+    graph->callback([&] { run = [&] { return krmwtarn::graph(graphRoot); }; });
+
+    CLI::App* views =
+        app.add_subcommand("views", "List the registered views: root class, lists, elements, depth, delegations");
+    views->callback([&] { run = krmwtarn::views; });
+
+    std::string viewName;
+    CLI::App* viewCommand = app.add_subcommand("view", "Print one view's outline");
+    positional(viewCommand, "NAME", viewName, "A registered view ('krmwtarn views' lists them)")->required();
+    viewCommand->callback([&] { run = [&] { return krmwtarn::view(viewName); }; });
+
+    CLI::App* classes = app.add_subcommand("classes", "Print the class table: name, superclass, rows");
+    classes->callback([&] { run = krmwtarn::classes; });
+
+    std::string className;
+    CLI::App* classCommand = app.add_subcommand("class", "Print the attribute-table chain of one class");
+    positional(classCommand, "NAME", className, "A class of the class table ('krmwtarn classes' lists them)")
+        ->required();
+    classCommand->callback([&] { run = [&] { return krmwtarn::classChain(className); }; });
+
+    CLI::App* links =
+        app.add_subcommand("links", "Print the link catalogue: ends, roles, cardinality, ordering, checks");
+    links->callback([&] { run = krmwtarn::links; });
+
+    std::string helpTopic;
+    CLI::App* help = app.add_subcommand("help", "Describe the tool, or one command");
+    // Every command, help included, is listed under "Commands" and can be asked about.
+    std::vector<std::string> commandNames;
+    for (CLI::App* command : app.get_subcommands([](CLI::App*) { return true; })) {
+        command->group("Commands");
+        commandNames.push_back(command->get_name());
     }
-    if (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0 || std::strcmp(argv[1], "help") == 0) {
-        usage(stdout);
-        return 0;
+    positional(help, "COMMAND", helpTopic, "The command to describe")->check(CLI::IsMember(commandNames));
+    help->callback([&] {
+        run = [&] {
+            const CLI::App* topic = helpTopic.empty() ? &app : app.get_subcommand(helpTopic);
+            std::string prefix = topic == &app ? "krmwtarn" : "krmwtarn " + helpTopic;
+            krmwtarn::printText(app.get_formatter()->make_help(topic, prefix, CLI::AppFormatMode::Normal));
+            return exitDone;
+        };
+    });
+    app.footer(exitStatus + "\n'krmwtarn COMMAND --help' describes a command.");  // the tool's own help only
+
+    int status;
+    try {
+        app.parse(argc, argv);
+        status = run();
+    } catch (const CLI::ParseError& e) {
+        // --help and --version answer 0 on standard output; anything else is bad usage.
+        if (e.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) return refuseUsage(app, e, argc, argv);
+        std::ostringstream text;
+        status = app.exit(e, text);
+        krmwtarn::printText(text.str());
+    } catch (const std::exception& e) {
+        // Whatever a command did not foresee still ends with a message, not an abort.
+        std::fprintf(stderr, "%s: %s\n", commandName(app).c_str(), e.what());
+        status = exitBadInput;
     }
-    for (const Command& c : commands)
-        if (std::strcmp(argv[1], c.name) == 0) return c.run(argc - 1, argv + 1);
-    std::fprintf(stderr, "krmwtarn: unknown command '%s'\n", argv[1]);
-    usage(stderr);
-    return 2;
+    std::string reason;
+    if (!krmwtarn::flushStandardOutput(reason)) {
+        std::fprintf(stderr, "%s: cannot write standard output: %s\n", commandName(app).c_str(), reason.c_str());
+        if (status == exitDone) status = exitBadInput;
+    }
+    return status;
 }
