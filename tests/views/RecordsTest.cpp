@@ -47,14 +47,12 @@ TEST(ViewRecords, ListTakesTheChainInChainOrderAndStaysEmptyWithoutOne) {
 }
 
 // segments → DSContainsSegment { adTarget → DSSegment { strSegmentName }, x }, adName
-constexpr Row sample[] = {
-    role(0, "segments", "DSContainsSegment"),
+constexpr auto sample = rows(
+    role(0, "segments"),
       target(1, "DSSegment"),
         attr(2, "strSegmentName"),
       attr(1, "x"),
-    attr(0, "adName", "rootDBDname"),
-};
-constexpr auto flatSample = flatten<flatSize(sample)>(sample);
+    attr(0, "adName", "rootDBDname"));
 
 // Refuses the allocation whose turn (counted from 1) is `refuse`; records how
 // many allocations were asked for.
@@ -66,7 +64,7 @@ DLLViewList* buildSampleRefusing(int turn) {
     allocations = 0;
     refuse = turn;
     DLLViewAllocGate previous = DLLView_setAllocGate(gate);
-    DLLViewList* root = buildViewList("DSDBD", flatSample.data(), 0, flatSample.size(), 0);
+    DLLViewList* root = buildViewList("DSDBD", sample.data(), 0, sample.size(), 0);
     DLLView_setAllocGate(previous);
     return root;
 }
