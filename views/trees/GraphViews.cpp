@@ -3,7 +3,8 @@
 // what deleting one must reach and what renaming one must revisit. Segment and
 // field names belong to the dictionary and are delegated to its alias views;
 // referring DBDs are named only by adName, under the alias adName1. The
-// fragments come first, then one outline per view in registration order.
+// fragments come first, then one outline per view in registration order; the
+// outlines are handed to the registration at the end.
 #include "platform/views/DictionaryViews.h"
 #include "views/EwswtarnViews.h"
 #include "views/trees/Trees.h"
@@ -169,6 +170,23 @@ constexpr auto datasetValues = rows(
     attr(0, "freeSpacePercentage"),
     attr(0, "freeBlockFrequency"));
 
+// What the graph views list of an index DBD's segment.
+constexpr auto typedIndexSegment = rows(
+    use(0, segmentName),
+    role(0, "fields"),
+      target(1, "DSField"),
+        use(2, fieldName),
+        role(2, "targetDataItem"),
+          target(3, "DSDataItem"),
+            use(4, typeDefinition),
+            attr(4, "adName"),
+        attr(2, "strFieldName"));
+
+constexpr auto namedIndexSegment = rows(
+    use(0, segmentName),
+    role(0, "fields"),
+      use(1, namedField));
+
 // What a full-function segment adds: dataset, secondary indexes (the index
 // DBD is dependent, so it is expanded), logical children and parent.
 constexpr auto complexGraph = rows(
@@ -190,22 +208,7 @@ constexpr auto complexGraph = rows(
           target(3, "DSSegmentComplex"),
             use(4, segmentName),
         use(2, xdfldValues),
-        role(2, "targetDBDindex"),
-          target(3, "DSDBDindex"),
-            role(4, "containingDBD"),
-              source(5, "DSDBD"),
-                role(6, "segments"),
-                  target(7, "DSSegment"),
-                    use(8, segmentName),
-                    role(8, "fields"),
-                      target(9, "DSField"),
-                        use(10, fieldName),
-                        role(10, "targetDataItem"),
-                          target(11, "DSDataItem"),
-                            use(12, typeDefinition),
-                            attr(12, "adName"),
-                        attr(10, "strFieldName"),
-                attr(6, "adName"),
+        use(2, indexDbd("targetDBDindex", typedIndexSegment, rows(attr(0, "adName")))),
     role(0, "logChildren"),
       target(1, "DSSegmentComplex"),
         use(2, segmentName),
@@ -266,16 +269,6 @@ constexpr auto plainSegmentGraph = rows(
     role(0, "alternateStructures"),
     use(0, segmentAttributes));
 
-// An index DBD's segments with their fields, each by its names.
-constexpr auto indexSegments = rows(
-    role(0, "segments"),
-      target(1, "DSSegment"),
-        use(2, segmentName),
-        role(2, "fields"),
-          target(3, "DSField"),
-            use(4, fieldName),
-            attr(4, "strFieldName"));
-
 // The online access values that HDAM and DEDB share.
 constexpr auto onlineAccessValues = rows(
     attr(0, "extendedCall"),
@@ -313,12 +306,7 @@ constexpr auto dbdGraph = rows(
       target(1, "DSDBDhidam"),
         role(2, "rootSequenceField"),
           use(3, namedField),
-        role(2, "primaryIndex"),
-          target(3, "DSDBDindex"),
-            role(4, "containingDBD"),
-              source(5, "DSDBD"),
-                use(6, indexSegments),
-                attr(6, "adName"),
+        use(2, indexDbd("primaryIndex", namedIndexSegment, rows(attr(0, "adName")))),
         use(2, accessAttributes),
     role(0, "dliAccess"),
       target(1, "DSDBDhdam"),
@@ -472,6 +460,11 @@ constexpr auto renameNamedField = rows(
     target(0, "DSField"),
       use(1, fieldName));
 
+constexpr auto renameIndexSegment = rows(
+    use(0, segmentName),
+    role(0, "fields"),
+      use(1, renameNamedField));
+
 // What a PCB's view shows of a segment a SENSEG maps to: its dictionary name
 // (by the dictionary's view) and its DBD's name, then its own name.
 constexpr auto mappedSegment(const char* segmentClass, const char* nameAttribute) {
@@ -586,14 +579,7 @@ constexpr auto CORVIADELETEDBD = rows(
         use(2, deleteNames),
         role(2, "indices"),
           target(3, "DSXDFLD"),
-            role(4, "targetDBDindex"),
-              target(5, "DSDBDindex"),
-                role(6, "containingDBD"),
-                  source(7, "DSDBD"),
-                    role(8, "segments"),
-                      target(9, "DSSegment"),
-                        use(10, deleteNames),
-                    attr(8, "adName"),
+            use(4, indexDbd("targetDBDindex", deleteNames, rows(attr(0, "adName")))),
         use(2, deleteLogicalReferences),
     role(0, "segments"),
       target(1, "DSSegmentLogical"),
@@ -613,14 +599,7 @@ constexpr auto CORVIADELETEDBD = rows(
             attr(4, "adName"),
     role(0, "dliAccess"),
       target(1, "DSDBDhidam"),
-        role(2, "primaryIndex"),
-          target(3, "DSDBDindex"),
-            role(4, "containingDBD"),
-              source(5, "DSDBD"),
-                role(6, "segments"),
-                  target(7, "DSSegment"),
-                    use(8, deleteNames),
-                attr(6, "adName"));
+        use(2, indexDbd("primaryIndex", deleteNames, rows(attr(0, "adName")))));
 
 constexpr auto CORVIADELETEPCB = deletePcb;
 
@@ -654,15 +633,7 @@ constexpr auto CVRENAMEDBD = rows(
                 role(2, "indexSource"),
                   target(3, "DSSegmentComplex"),
                     use(4, segmentNames),
-                role(2, "targetDBDindex"),
-                  target(3, "DSDBDindex"),
-                    role(4, "containingDBD"),
-                      source(5, "DSDBD"),
-                        role(6, "segments"),
-                          target(7, "DSSegment"),
-                            use(8, segmentName),
-                            role(8, "fields"),
-                              use(9, renameNamedField),
+                use(2, indexDbd("targetDBDindex", renameIndexSegment, rows())),
             role(0, "sourcedIndex"),
               source(1, "DSXDFLD"),
                 use(2, renameIndexDbdName),
@@ -700,11 +671,7 @@ constexpr auto CVRENAMEDBD = rows(
         role(2, "primaryIndexTarget"),
           source(3, "DSDBDhidam"),
             use(4, owningDbdName("adName1")),
-        role(2, "secondaryIndexTarget"),
-          source(3, "DSXDFLD"),
-            role(4, "sourceSEGMcmpx"),
-              source(5, "DSSegmentComplex"),
-                use(6, owningDbdName("adName1")),
+        use(2, indexedSegment(owningDbdName("adName1"))),
     role(0, "dliAccess"),
       target(1, "DSDBDhidam"),
         role(2, "rootSequenceField"),
@@ -714,15 +681,7 @@ constexpr auto CVRENAMEDBD = rows(
               target(5, "DSDataItem"),
                 role(6, "sdd"),
                   targetView(7, &v_CORVIADATAELEMENT),
-        role(2, "primaryIndex"),
-          target(3, "DSDBDindex"),
-            role(4, "containingDBD"),
-              source(5, "DSDBD"),
-                role(6, "segments"),
-                  target(7, "DSSegment"),
-                    use(8, segmentName),
-                    role(8, "fields"),
-                      use(9, renameNamedField),
+        use(2, indexDbd("primaryIndex", renameIndexSegment, rows())),
     use(0, annotation()),
     attr(0, "adName", "rootDBDname"));
 

@@ -2,7 +2,7 @@
 // selections of a DBD, PCB, PSB, segment text or field text whose values carry
 // report-style aliases, distinct within each view (numbered where an attribute
 // recurs). The fragments come first, then one outline per view in registration
-// order.
+// order; the outlines are handed to the registration at the end.
 #include "platform/views/DictionaryViews.h"
 #include "views/EwswtarnViews.h"
 #include "views/trees/Trees.h"
@@ -80,6 +80,12 @@ constexpr auto dictionaryDependencies = rows(
     use(0, dependency("DSDataElement", "usesDataElement")),
     use(0, dependency("DSDataStructure", "usesDataStructure")));
 
+// How the DBD views end: the DB PCBs based on the DBD, its name and version.
+constexpr auto dbdClosing = rows(
+    use(0, pcbUsage("DSPCBdb")),
+    attr(0, "adName", "dbdName"),
+    attr(0, "versionString"));
+
 // A DBD's dataset groups: the group's DD name, what the view lists of the
 // group's datasets or areas, then the group's model and device.
 template <std::size_t N>
@@ -134,9 +140,8 @@ constexpr auto physicalParent(const char* parentClass) {
           attr(1, "pcPointer"));
 }
 
-// A field's data item as the segment views list it: the dictionary entry it
-// uses, by the dictionary's view and by alias, and the item's simple type with
-// the first N of the type's values under the given (numbered) aliases.
+// A data item's simple type with the first N of the type's values, under the
+// given (numbered) aliases.
 template <std::size_t N>
 constexpr auto simpleType(const char* const (&aliases)[N]) {
     const char* names[] = {"dataType", "length",       "scale",    "signed",  "picture",
@@ -146,32 +151,35 @@ constexpr auto simpleType(const char* const (&aliases)[N]) {
     return out;
 }
 
+// A field's data item as the segment views list it, over `roleName`: the
+// dictionary entry it uses, by the dictionary's view `sdd` and by its alias
+// object of class `aliasClass`, its simple type `type` and its own name.
 template <std::size_t N>
-constexpr auto elementItem(const std::array<Row, N>& type) {
+constexpr auto dataItem(const char* roleName, DLLViewType* const* sdd, const char* aliasClass, const char* aliasAlias,
+                        const std::array<Row, N>& type, const char* itemAlias) {
     return rows(
-        role(0, "targetDataItem"),
+        role(0, roleName),
           target(1, "DSDataItem"),
             role(2, "sdd"),
-              targetView(3, &v_CVQDATAELEMENT),
+              targetView(3, sdd),
             role(2, "sddAlias"),
-              target(3, "DSDataElementAlias"),
-                attr(4, "adName", "itemElementAlias"),
+              target(3, aliasClass),
+                attr(4, "adName", aliasAlias),
             use(2, type),
-            attr(2, "adName", "dataItemName"));
+            attr(2, "adName", itemAlias));
+}
+
+// The item the field uses (a data element) and the item it shares (a data structure).
+template <std::size_t N>
+constexpr auto elementItem(const std::array<Row, N>& type) {
+    return dataItem("targetDataItem", &v_CVQDATAELEMENT, "DSDataElementAlias", "itemElementAlias", type,
+                    "dataItemName");
 }
 
 template <std::size_t N>
 constexpr auto structureItem(const std::array<Row, N>& type) {
-    return rows(
-        role(0, "sharedDataItem"),
-          target(1, "DSDataItem"),
-            role(2, "sdd"),
-              targetView(3, &v_CVQDATASTRUCTURE),
-            role(2, "sddAlias"),
-              target(3, "DSDataStructureAlias"),
-                attr(4, "adName", "itemStructureAlias"),
-            use(2, type),
-            attr(2, "adName", "sharedItemName"));
+    return dataItem("sharedDataItem", &v_CVQDATASTRUCTURE, "DSDataStructureAlias", "itemStructureAlias", type,
+                    "sharedItemName");
 }
 
 constexpr auto fieldValues = rows(
@@ -283,15 +291,9 @@ constexpr auto complexSegments = rows(
         role(2, "indices"),
           target(3, "DSXDFLD"),
             use(4, xdfldSources),
-            role(4, "targetDBDindex"),
-              target(5, "DSDBDindex"),
-                role(6, "containingDBD"),
-                  source(7, "DSDBD"),
-                    role(8, "segments"),
-                      target(9, "DSSegment"),
-                        use(10, segmentName("indexSegmentName")),
-                    use(8, annotation("indexDescType", "indexDescription")),
-                    attr(8, "adName", "indexDBDname"),
+            use(4, indexDbd("targetDBDindex", segmentName("indexSegmentName"), rows(
+                use(0, annotation("indexDescType", "indexDescription")),
+                attr(0, "adName", "indexDBDname")))),
             use(4, xdfldValues),
         attr(2, "segmPointer"),
         attr(2, "replaceFlag"),
@@ -392,11 +394,7 @@ constexpr auto CVQDBD = rows(
             attr(4, "sequenceField"),
     role(0, "dliAccess"),
       target(1, "DSDBDindex"),
-        role(2, "secondaryIndexTarget"),
-          source(3, "DSXDFLD"),
-            role(4, "sourceSEGMcmpx"),
-              source(5, "DSSegmentComplex"),
-                use(6, owningDbdName("indexedDBDname")),
+        use(2, indexedSegment(owningDbdName("indexedDBDname"))),
         attr(2, "dliAccess", "indexAccess"),
     role(0, "dliAccess"),
       target(1, "DSDBDhidam"),
@@ -467,9 +465,7 @@ constexpr auto CVQMSDBDBD = rows(
       target(1, "DSDBDmsdb"),
         use(2, msdbValues),
     use(0, dbdAnnotation),
-    use(0, pcbUsage("DSPCBdb")),
-    attr(0, "adName", "dbdName"),
-    attr(0, "versionString"));
+    use(0, dbdClosing));
 
 constexpr auto CVQHSAMDBD = rows(
     role(0, "segments"),
@@ -479,9 +475,7 @@ constexpr auto CVQHSAMDBD = rows(
         use(2, segmentValues),
     use(0, sequentialDbd),
     use(0, dictionaryDependencies),
-    use(0, pcbUsage("DSPCBdb")),
-    attr(0, "adName", "dbdName"),
-    attr(0, "versionString"));
+    use(0, dbdClosing));
 
 // As the HSAM view, for a DEDB: DEDB segments with compression, areas for datasets.
 constexpr auto CVQDEDBDBD = rows(
@@ -510,9 +504,7 @@ constexpr auto CVQDEDBDBD = rows(
     use(0, datasetGroups(nullptr, areas)),
     use(0, dbdAnnotation),
     use(0, dictionaryDependencies),
-    use(0, pcbUsage("DSPCBdb")),
-    attr(0, "adName", "dbdName"),
-    attr(0, "versionString"));
+    use(0, dbdClosing));
 
 constexpr auto CVQHDAMDBD = rows(
     use(0, exits()),
@@ -531,15 +523,11 @@ constexpr auto CVQHDAMDBD = rows(
         attr(0, "freeSpacePercentage"),
         attr(0, "freeBlockFrequency"))))),
     use(0, dbdAnnotation),
-    use(0, pcbUsage("DSPCBdb")),
-    attr(0, "adName", "dbdName"),
-    attr(0, "versionString"));
+    use(0, dbdClosing));
 
 constexpr auto CVQHISAMDBD = rows(
     use(0, sequentialDbd),
-    use(0, pcbUsage("DSPCBdb")),
-    attr(0, "adName", "dbdName"),
-    attr(0, "versionString"));
+    use(0, dbdClosing));
 
 constexpr auto CVQHIDAMDBD = rows(
     use(0, exits()),
@@ -550,16 +538,13 @@ constexpr auto CVQHIDAMDBD = rows(
             use(4, fieldName("tarnFieldName")),
             attr(4, "uniqueSequence"),
             attr(4, "sequenceField"),
-        role(2, "primaryIndex"),
-          target(3, "DSDBDindex"),
-            role(4, "containingDBD"),
-              source(5, "DSDBD"),
-                role(6, "segments"),
-                  target(7, "DSSegment"),
-                    use(8, segmentName("tarnSegmentName")),
-                    attr(8, "minimumLength"),
-                    attr(8, "maximumLength"),
-                attr(6, "adName", "indexDBDname"),
+        use(2, indexDbd("primaryIndex",
+            rows(
+                use(0, segmentName("tarnSegmentName")),
+                attr(0, "minimumLength"),
+                attr(0, "maximumLength")),
+            rows(attr(0, "adName", "indexDBDname")))),
+            // The index access type's own values.
             attr(4, "protect"),
             attr(4, "dosCompatibility"),
         use(2, accessAttributes),
@@ -569,9 +554,7 @@ constexpr auto CVQHIDAMDBD = rows(
         attr(0, "freeSpacePercentage"),
         attr(0, "freeBlockFrequency"))))),
     use(0, dbdAnnotation),
-    use(0, pcbUsage("DSPCBdb")),
-    attr(0, "adName", "dbdName"),
-    attr(0, "versionString"));
+    use(0, dbdClosing));
 
 constexpr auto CVQLOGICALDBD = rows(
     role(0, "segments"),
@@ -588,9 +571,7 @@ constexpr auto CVQLOGICALDBD = rows(
       target(1, "DSDBDaccess"),
         attr(2, "dliAccess"),
     use(0, dbdAnnotation),
-    use(0, pcbUsage("DSPCBdb")),
-    attr(0, "adName", "dbdName"),
-    attr(0, "versionString"));
+    use(0, dbdClosing));
 
 // A DBD sharing this index DBD is expanded by this same view: the adSource
 // below sharingDBDs delegates to CVQINDEXDBD.
@@ -641,9 +622,7 @@ constexpr auto CVQINDEXDBD = rows(
     use(0, datasetsWithOverflow),
     use(0, dbdAnnotation),
     use(0, dictionaryDependencies),
-    use(0, pcbUsage("DSPCBdb")),
-    attr(0, "adName", "dbdName"),
-    attr(0, "versionString"));
+    use(0, dbdClosing));
 
 constexpr auto CVQHIDAMDBDCOMPLEX = complexView("DSDBDhidam");
 
@@ -671,13 +650,7 @@ constexpr auto CVQDBDUSAGE = rows(
             use(4, owningDbdName("logChildDBDname")),
         role(2, "indices"),
           target(3, "DSXDFLD"),
-            role(4, "targetDBDindex"),
-              target(5, "DSDBDindex"),
-                role(6, "containingDBD"),
-                  source(7, "DSDBD"),
-                    role(8, "segments"),
-                      target(9, "DSSegment"),
-                        use(10, aliasName),
+            use(4, indexDbd("targetDBDindex", aliasName, rows())),
         role(2, "fields"),
           target(3, "DSField"),
             attr(4, "strFieldName", "complexFieldName"),
@@ -696,12 +669,9 @@ constexpr auto CVQDBDUSAGE = rows(
     use(0, usageSegments("DSSegment", "fieldName", "logicalDBDname")),
     role(0, "dliAccess"),
       target(1, "DSDBDindex"),
-        role(2, "secondaryIndexTarget"),
-          source(3, "DSXDFLD"),
-            role(4, "sourceSEGMcmpx"),
-              source(5, "DSSegmentComplex"),
-                use(6, aliasName),
-                use(6, owningDbdName("indexedDBDname")),
+        use(2, indexedSegment(rows(
+            use(0, aliasName),
+            use(0, owningDbdName("indexedDBDname"))))),
         role(2, "sharingDBDs"),
           source(3, "DSDBDindex"),
             role(4, "containingDBD"),
@@ -716,14 +686,7 @@ constexpr auto CVQDBDUSAGE = rows(
         attr(2, "dliAccess", "indexAccess"),
     role(0, "dliAccess"),
       target(1, "DSDBDhidam"),
-        role(2, "primaryIndex"),
-          target(3, "DSDBDindex"),
-            role(4, "containingDBD"),
-              source(5, "DSDBD"),
-                role(6, "segments"),
-                  target(7, "DSSegment"),
-                    use(8, aliasName),
-                attr(6, "adName", "primaryIndexDBDname"),
+        use(2, indexDbd("primaryIndex", aliasName, rows(attr(0, "adName", "primaryIndexDBDname")))),
         role(2, "rootSequenceField"),
           target(3, "DSField"),
             attr(4, "strFieldName", "rootSequenceName"),

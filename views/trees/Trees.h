@@ -89,6 +89,18 @@ constexpr auto indexDbd(const char* roleName, const std::array<Row, S>& segment,
                 use(4, dbd));
 }
 
+// The segment that a secondary index using an index DBD is built on, with
+// `segment` listed of it.
+template <std::size_t N>
+constexpr auto indexedSegment(const std::array<Row, N>& segment) {
+    return rows(
+        role(0, "secondaryIndexTarget"),
+          source(1, "DSXDFLD"),
+            role(2, "sourceSEGMcmpx"),
+              source(3, "DSSegmentComplex"),
+                use(4, segment));
+}
+
 // Something that depends on a dictionary object or a DBD: that object by its name.
 constexpr auto dependency(const char* className, const char* alias = nullptr) {
     return rows(
