@@ -93,19 +93,28 @@ constexpr auto typeDefinition = rows(
         attr(2, "length"),
         attr(2, "dataType"));
 
+// A field's data item with the data element it uses (by the dictionary's
+// view), then `details` of the item.
+template <std::size_t N>
+constexpr auto elementItem(const std::array<Row, N>& details) {
+    return rows(
+        role(0, "targetDataItem"),
+          target(1, "DSDataItem"),
+            role(2, "sdd"),
+              targetView(3, &v_CORVIADATAELEMENT),
+            use(2, details));
+}
+
 constexpr auto fullFields = rows(
     role(0, "fields"),
       target(1, "DSField"),
         use(2, fieldName),
-        role(2, "targetDataItem"),
-          target(3, "DSDataItem"),
-            role(4, "sdd"),
-              targetView(5, &v_CORVIADATAELEMENT),
-            role(4, "sddAlias"),
-              target(5, "DSDataElementAlias"),
-                attr(6, "adName"),
-            use(4, typeDefinition),
-            attr(4, "adName"),
+        use(2, elementItem(rows(
+            role(0, "sddAlias"),
+              target(1, "DSDataElementAlias"),
+                attr(2, "adName"),
+            use(0, typeDefinition),
+            attr(0, "adName")))),
         role(2, "sharedDataItem"),
           target(3, "DSDataItem"),
             role(4, "sddAlias"),
@@ -389,11 +398,7 @@ constexpr auto populateDetail = rows(
         role(2, "fields"),
           target(3, "DSField"),
             use(4, fieldName),
-            role(4, "targetDataItem"),
-              target(5, "DSDataItem"),
-                role(6, "sdd"),
-                  targetView(7, &v_CORVIADATAELEMENT),
-                attr(6, "adName"),
+            use(4, elementItem(rows(attr(0, "adName")))),
             attr(4, "uniqueSequence"),
             attr(4, "sequenceField"),
             attr(4, "strFieldName"),
@@ -677,10 +682,7 @@ constexpr auto CVRENAMEDBD = rows(
         role(2, "rootSequenceField"),
           target(3, "DSField"),
             use(4, fieldName),
-            role(4, "targetDataItem"),
-              target(5, "DSDataItem"),
-                role(6, "sdd"),
-                  targetView(7, &v_CORVIADATAELEMENT),
+            use(4, elementItem(rows())),
         use(2, indexDbd("primaryIndex", renameIndexSegment, rows())),
     use(0, annotation()),
     attr(0, "adName", "rootDBDname"));
