@@ -27,8 +27,8 @@ struct Row {
     std::uint8_t level = 0;
     Kind kind = Kind::Attribute;
     const char* name = nullptr;
-    const char* alias = nullptr;      // null: the client sees the value under its name
-    const char* endClass = nullptr;   // End rows
+    const char* alias = nullptr;         // null: the client sees the value under its name
+    const char* endClass = nullptr;      // End rows
     DLLViewType* const* view = nullptr;  // Delegation rows: the address of the view type's variable
 };
 
@@ -116,6 +116,6 @@ struct Outline {
 
 // Defines outline_NAME, declared extern before, from the row array NAME of the
 // same namespace, checked at compile time.
-#define EWSWTARN_OUTLINE(NAME)                                                               \
+#define EWSWTARN_OUTLINE(NAME)                                                                \
     static_assert(viewrows::wellFormed(NAME), "the outline of " #NAME " is not well formed"); \
     constinit const viewrows::Outline outline_##NAME = {NAME.data(), NAME.size()};

@@ -28,8 +28,8 @@ std::string outlineOf(DLLViewType* view) {
     if (!root) return std::string(view->name()) + " has no tree\n";
     const ViewShape shape = measureView(root);
     char head[256];
-    std::snprintf(head, sizeof head, "%s (root %s; %d lists, %d elements, depth %d, %d delegating)\n\n",
-                  view->name(), root->className, shape.lists, shape.elements, shape.depth, shape.delegating);
+    std::snprintf(head, sizeof head, "%s (root %s; %d lists, %d elements, depth %d, %d delegating)\n\n", view->name(),
+                  root->className, shape.lists, shape.elements, shape.depth, shape.delegating);
     return head + viewOutline(root);
 }
 
@@ -43,8 +43,7 @@ TEST_F(ViewServiceTest, EveryRegisteredViewPrintsItsPinnedOutline) {
                     [&](const DLLViewList* list, const DLLViewElem*) { EXPECT_EQ(list->flags, 0); });
     }
     std::set<std::string> pinned;
-    for (const auto& file : std::filesystem::directory_iterator(outlines))
-        pinned.insert(file.path().stem().string());
+    for (const auto& file : std::filesystem::directory_iterator(outlines)) pinned.insert(file.path().stem().string());
     EXPECT_EQ(pinned, registered);
     EXPECT_EQ(registered.size(), 7u + ewswtarnViewCount);
 }
