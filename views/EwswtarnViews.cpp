@@ -1,25 +1,16 @@
 // EwswtarnViews.cpp — the 38 view-type variables and tree-building functions,
-// expanded from ViewCatalog.def over the trees' rows, and the registration
-// object. Each tree's outline is flattened and checked at compile time.
+// expanded from ViewCatalog.def over the outlines that the tree files
+// (views/trees) define, and the registration object.
 #include "views/EwswtarnViews.h"
 
-#include "platform/views/DictionaryViews.h"
 #include "views/ViewTreeBuilder.h"
-#include "views/trees/GraphViews.h"
-#include "views/trees/QueryViews.h"
+#include "views/trees/Trees.h"
 
 #define EWSWTARN_VIEW(NAME, ROOT) DLLViewType* v_##NAME = nullptr;
 #include "views/ViewCatalog.def"
 
-namespace {
-#define EWSWTARN_VIEW(NAME, ROOT)                                                                          \
-    constexpr auto flat_##NAME = viewrows::flatten<viewrows::flatSize(viewtrees::NAME)>(viewtrees::NAME); \
-    static_assert(viewrows::wellFormed(flat_##NAME), "the outline of " #NAME " is not well formed");
-#include "views/ViewCatalog.def"
-}  // namespace
-
 #define EWSWTARN_VIEW(NAME, ROOT) \
-    void _init_##NAME(DLLViewType* view) { buildViewTree(view, #ROOT, flat_##NAME.data(), flat_##NAME.size()); }
+    void _init_##NAME(DLLViewType* view) { buildViewTree(view, #ROOT, viewtrees::outline_##NAME); }
 #include "views/ViewCatalog.def"
 
 const EwswtarnView ewswtarnViews[ewswtarnViewCount] = {

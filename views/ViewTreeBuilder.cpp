@@ -1,13 +1,17 @@
 // ViewTreeBuilder.cpp — the one builder behind all of this library's trees.
 // Scanning a list's rows from the last to the first creates its chain back to
 // front: the last element first with next null, each earlier element with the
-// one made just before as its next. The rows between a role row and the next
-// row of its own level are the role's nested list, built before the element.
+// one made just before as its next. The rows between a role or end row and the
+// next row of its own level are its nested list, built before the element; a
+// role's list class comes from the role row of the catalogue.
 // A failed allocation is taken as a null node; what it leaves unreachable (the
 // chain after a failed element, a failed role element's list) is freed.
 #include "views/ViewTreeBuilder.h"
 
+#include "platform/repository/DSRegistration.h"
 #include "platform/views/DLLView.h"
+
+#include <cstring>
 
 namespace {
 void releaseChain(DLLViewElem* first) {
@@ -27,27 +31,36 @@ DLLViewElem* linked(DLLViewElem* made, DLLViewElem* next, DLLViewList* nested = 
 }
 }  // namespace
 
-DLLViewList* buildViewList(const char* className, const viewrows::FlatRow* rows, std::size_t begin,
-                           std::size_t end, int level) {
+const char* viewRoleLinkClass(const char* className, const char* role) {
+    for (const _classStruct* c = DSRegistration::findClass(className); c;
+         c = c->superclassName ? DSRegistration::findClass(c->superclassName) : nullptr)
+        for (const ADAttributeEntry* row = c->attributes; row && row->name; ++row)
+            if (std::strcmp(row->name, role) == 0) return adIsRoleRow(*row) ? adRoleLinkClass(*row) : nullptr;
+    return nullptr;
+}
+
+DLLViewList* buildViewList(const char* className, const viewrows::Row* rows, std::size_t begin, std::size_t end,
+                           int level) {
     using viewrows::Kind;
     DLLViewElem* next = nullptr;
     std::size_t nestedEnd = end;
     for (std::size_t i = end; i-- > begin;) {
-        const viewrows::FlatRow& r = rows[i];
+        const viewrows::Row& r = rows[i];
         if (r.level != level) continue;
         switch (r.kind) {
         case Kind::Attribute:
             next = linked(new (std::nothrow) DLLViewElem(next, r.name, 0, r.alias), next);
             break;
-        case Kind::Role: {
-            DLLViewList* nested = buildViewList(r.listClass, rows, i + 1, nestedEnd, level + 1);
+        case Kind::Role:
+        case Kind::End: {
+            const char* nestedClass = r.kind == Kind::End ? r.endClass : viewRoleLinkClass(className, r.name);
+            DLLViewList* nested =
+                nestedClass ? buildViewList(nestedClass, rows, i + 1, nestedEnd, level + 1) : nullptr;
             next = linked(new (std::nothrow) DLLViewElem(next, r.name, 0, nested, r.alias), next, nested);
             break;
         }
         case Kind::Delegation:
             next = linked(new (std::nothrow) DLLViewElem(next, r.name, 1, *r.view, r.alias), next);
-            break;
-        case Kind::Fragment:  // flattened away at compile time
             break;
         }
         nestedEnd = i;
@@ -57,6 +70,6 @@ DLLViewList* buildViewList(const char* className, const viewrows::FlatRow* rows,
     return list;
 }
 
-void buildViewTree(DLLViewType* view, const char* rootClass, const viewrows::FlatRow* rows, std::size_t count) {
-    view->_set_adViewList(buildViewList(rootClass, rows, 0, count, 0));
+void buildViewTree(DLLViewType* view, const char* rootClass, const viewrows::Outline& outline) {
+    view->_set_adViewList(buildViewList(rootClass, outline.rows, 0, outline.count, 0));
 }

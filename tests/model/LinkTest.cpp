@@ -16,14 +16,6 @@ std::vector<const _classStruct*> linkClasses() {
     return v;
 }
 
-const ADAttributeEntry* findRow(const char* cls, const char* name) {
-    for (const _classStruct* c = DSRegistration::findClass(cls); c;
-         c = c->superclassName ? DSRegistration::findClass(c->superclassName) : nullptr)
-        for (const ADAttributeEntry* r = c->attributes; r && r->name; ++r)
-            if (std::strcmp(r->name, name) == 0) return r;
-    return nullptr;
-}
-
 // An object of an end class: a link class end gets an unlinked link object.
 std::unique_ptr<ADObject> endObject(const char* cls, const char* context = "V1") {
     return std::unique_ptr<ADObject>(DSRegistration::create(cls, context, ADObject::defaultObjID()));

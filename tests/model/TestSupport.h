@@ -4,6 +4,8 @@
 
 #include <krmwtarn/krmwtarn.h>
 
+#include "tests/common/TestSupport.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -31,14 +33,3 @@ protected:
         return H(context, ADObject::defaultObjID(), 1);
     }
 };
-
-// Catches the library's exception pointer and hands it over for inspection.
-template <class F>
-std::unique_ptr<KVException> thrown(F&& f) {
-    try {
-        f();
-    } catch (KVException* e) {
-        return std::unique_ptr<KVException>(e);
-    }
-    return nullptr;
-}

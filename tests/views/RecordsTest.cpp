@@ -1,6 +1,7 @@
 // RecordsTest.cpp — the view records and the builder: the three element forms,
 // lists and their chain order, the bottom-up creation order of a tree and what
-// failed allocations leave behind, in trees and in the registration.
+// failed allocations leave behind, in trees and in the registration, and the
+// link class a role's list takes from the catalogue.
 #include "tests/views/ViewTestSupport.h"
 #include "views/ViewOutline.h"
 #include "views/ViewTreeBuilder.h"
@@ -47,14 +48,12 @@ TEST(ViewRecords, ListTakesTheChainInChainOrderAndStaysEmptyWithoutOne) {
 }
 
 // segments → DSContainsSegment { adTarget → DSSegment { strSegmentName }, x }, adName
-constexpr Row sample[] = {
-    role(0, "segments", "DSContainsSegment"),
+constexpr auto sample = rows(
+    role(0, "segments"),
       target(1, "DSSegment"),
         attr(2, "strSegmentName"),
       attr(1, "x"),
-    attr(0, "adName", "rootDBDname"),
-};
-constexpr auto flatSample = flatten<flatSize(sample)>(sample);
+    attr(0, "adName", "rootDBDname"));
 
 // Refuses the allocation whose turn (counted from 1) is `refuse`; records how
 // many allocations were asked for.
@@ -66,7 +65,7 @@ DLLViewList* buildSampleRefusing(int turn) {
     allocations = 0;
     refuse = turn;
     DLLViewAllocGate previous = DLLView_setAllocGate(gate);
-    DLLViewList* root = buildViewList("DSDBD", flatSample.data(), 0, flatSample.size(), 0);
+    DLLViewList* root = buildViewList("DSDBD", sample.data(), 0, sample.size(), 0);
     DLLView_setAllocGate(previous);
     return root;
 }
@@ -105,6 +104,33 @@ TEST(ViewBuilder, FailedAllocationsLeaveNullNodesAndBuildingGoesOn) {
         DLLView_releaseTree(root);
     }
     EXPECT_EQ(buildSampleRefusing(8), nullptr);
+}
+
+TEST(ViewBuilder, RoleListTakesTheLinkClassTheCatalogueGivesTheRoleOnTheListsClass) {
+    startViewService();
+    // The same role name is another link on another class; inherited roles count.
+    EXPECT_STREQ(viewRoleLinkClass("DSSegmentComplex", "containingDBD"), "DSContainsSegment");
+    EXPECT_STREQ(viewRoleLinkClass("DSDBDindex", "containingDBD"), "DSDefinedByAccess");
+    EXPECT_STREQ(viewRoleLinkClass("DSDBD", "dependsOn"), "ADLinkKVPartDependsOnKVPart");
+    EXPECT_EQ(viewRoleLinkClass("DSDBD", "strDBDName"), nullptr);
+    EXPECT_EQ(viewRoleLinkClass("DSDBD", "noSuchRole"), nullptr);
+    EXPECT_EQ(viewRoleLinkClass("NoSuchClass", "segments"), nullptr);
+}
+
+// clang-format off
+constexpr auto unknownRole = rows(
+    role(0, "noSuchRole"),
+      target(1, "DSSegment"),
+        attr(2, "strSegmentName"),
+    role(0, "strDBDName"),
+    attr(0, "adName"));
+// clang-format on
+
+TEST(ViewBuilder, RoleTheCatalogueDoesNotKnowGetsNoNestedList) {
+    startViewService();
+    DLLViewList* root = buildViewList("DSDBD", unknownRole.data(), 0, unknownRole.size(), 0);
+    EXPECT_EQ(viewOutline(root), "- noSuchRole\n- strDBDName\n- adName\n");
+    DLLView_releaseTree(root);
 }
 
 bool refuseAll() { return false; }

@@ -1,11 +1,12 @@
 // ViewTestSupport.h — what the view tests share: the view service started once
 // (dictionary views, then this library's), a walk over every list of a tree
-// with the element that leads to it, and class-catalogue lookups along the
-// superclass line.
+// with the element that leads to it, and the superclass test of the class
+// catalogue (attribute rows are found by tests/common/TestSupport.h).
 #pragma once
 
 #include "platform/repository/DSRegistration.h"
 #include "platform/views/DLLView.h"
+#include "tests/common/TestSupport.h"
 #include "views/EwswtarnViews.h"
 
 #include <gtest/gtest.h>
@@ -48,15 +49,6 @@ inline bool isKindOfClass(const char* className, const char* base) {
          c = c->superclassName ? DSRegistration::findClass(c->superclassName) : nullptr)
         if (std::strcmp(c->className, base) == 0) return true;
     return false;
-}
-
-// The row named `name` in the class's table or a superclass's, or null.
-inline const ADAttributeEntry* findRow(const char* className, const char* name) {
-    for (const _classStruct* c = DSRegistration::findClass(className); c;
-         c = c->superclassName ? DSRegistration::findClass(c->superclassName) : nullptr)
-        for (const ADAttributeEntry* row = c->attributes; row && row->name; ++row)
-            if (std::strcmp(row->name, name) == 0) return row;
-    return nullptr;
 }
 
 class ViewServiceTest : public ::testing::Test {
