@@ -8,6 +8,7 @@
 #include <krmwtarn/krmwtarn.h>
 
 #include <algorithm>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,26 @@ inline nlohmann::json documents() {
     for (_ADObject* d : dbds) docs.push_back(viewdoc::exportView(DLLViewType::find("CORVIAPOPULATEDBD"), d));
     for (_ADObject* p : psbs) docs.push_back(viewdoc::exportView(DLLViewType::find("CORVIAPSB"), p));
     return docs;
+}
+
+// The documents with generated identities ("#N") renumbered in order of first
+// appearance: two processes that build the same definitions generate different
+// numbers for the same links.
+inline std::string renumbered(const nlohmann::json& docs) {
+    std::string text = docs.dump(), out;
+    std::map<std::string, int> seen;
+    for (size_t i = 0; i < text.size();) {
+        if (text.compare(i, 2, "\"#") == 0) {
+            size_t end = text.find('"', i + 1);
+            std::string id = text.substr(i, end - i);
+            auto [it, added] = seen.emplace(id, static_cast<int>(seen.size()) + 1);
+            out += "\"#" + std::to_string(it->second);
+            i = end;
+        } else {
+            out += text[i++];
+        }
+    }
+    return out;
 }
 
 // The largest model (as the model benchmark builds it), with names so a
