@@ -169,6 +169,9 @@ struct Repository::LinkRow {
     std::string endID[2];
     long position[2] = {0, 0};
     std::vector<Value> values;  // the attribute columns
+    // Resolved while attaching: the ends once live, the link once made.
+    _ADObject* end[2] = {nullptr, nullptr};
+    _KRLink* link = nullptr;
 };
 
 std::string UnitKey::text() const { return className + " " + objID + " (" + version + ")"; }
@@ -482,17 +485,32 @@ void Repository::write(std::vector<UnitContent>& units) {
         if (anyRestored)
             for (const Table& table : schema.tables())
                 db_->exec("DELETE FROM " + quoted(table.className) + " WHERE unit IN (SELECT id FROM temp.restored)");
-        // Rows, statement by statement: consecutive objects are mostly of one class.
+        // Rows table by table (each table's pages are written together), one
+        // prepared statement per table.
+        std::unordered_map<const char*, const Table*> tableOf;
+        std::vector<std::vector<std::pair<_ADObject*, long long>>> byTable(schema.tables().size());
+        auto sort = [&](_ADObject* o, long long unit) {
+            const char* cls = o->whoAmI();
+            auto [it, added] = tableOf.try_emplace(cls, nullptr);
+            if (added) it->second = schema.table(cls);
+            if (!it->second) refuse(errDatabase, std::string("class ") + cls + " has no table in the repository");
+            byTable[static_cast<std::size_t>(it->second - schema.tables().data())].emplace_back(o, unit);
+        };
         for (std::size_t i = 0; i < units.size(); ++i) {
-            auto put = [&](_ADObject* o) {
-                const Table* table = schema.table(o->whoAmI());
-                if (!table) refuse(errDatabase, std::string("class ") + o->whoAmI() + " has no table in the repository");
-                failedTable = table;
+            for (_ADObject* o : units[i].objects) sort(o, ids[i]);
+            for (_ADObject* l : units[i].links) sort(l, ids[i]);
+        }
+        for (std::size_t ti = 0; ti < byTable.size(); ++ti) {
+            if (byTable[ti].empty()) continue;
+            const Table* table = &schema.tables()[ti];
+            Statement& s = statement(table->insert);
+            failedTable = table;
+            for (auto [o, unit] : byTable[ti]) {
                 failedObject = o;
-                Statement& s = statement(table->insert);
+                s.reset();
                 s.bindText(Table::kId, o->objID());
                 s.bindText(Table::kVersion, o->context());
-                s.bindInt(Table::kUnit, ids[i]);
+                s.bindInt(Table::kUnit, unit);
                 if (table->isLink) {
                     auto* l = static_cast<_ADLink*>(o);
                     _ADObject* ends[2] = {l->getSource()->impl(), l->getTarget()->impl()};
@@ -506,9 +524,7 @@ void Repository::write(std::vector<UnitContent>& units) {
                 int c = table->firstAttribute();
                 for (const Column& col : table->columns) bindColumn(s, c++, o, col);
                 s.step();
-            };
-            for (_ADObject* o : units[i].objects) put(o);
-            for (_ADObject* l : units[i].links) put(l);
+            }
         }
         failedObject = nullptr;
         doing = "commit the store";
@@ -650,57 +666,59 @@ void Repository::load(const std::vector<long long>& unitIDs, bool all, bool refr
 }
 
 void Repository::attachPending() {
-    // A link row whose ends are live is made now; the others wait for their units.
+    // A link row whose ends are live is made now; the others wait for their
+    // units. A link made now may be the end of another, so rows whose end is
+    // missing are looked at again while links are being made.
     std::vector<LinkRow*> ready;
-    bool progress = true;
     std::vector<ADObject> made;
-    std::unordered_set<LinkRow*> chosen;
-    while (progress) {
+    for (bool progress = true; progress;) {
         progress = false;
         for (auto& row : pending_) {
-            if (chosen.count(row.get())) continue;
-            bool live = true;
-            for (int end = 0; end < 2 && live; ++end)
-                live = DSRegistrar::findObj(row->endClass[end], row->endID[end].c_str(), row->version.c_str()) != nullptr;
-            if (!live) continue;
+            if (row->link) continue;
+            for (int end = 0; end < 2; ++end)
+                if (!row->end[end])
+                    row->end[end] = DSRegistrar::findObj(row->endClass[end], row->endID[end].c_str(), row->version.c_str());
+            if (!row->end[0] || !row->end[1]) continue;
             ADObject* h = DSRegistration::create(row->table->className.c_str(), row->version.c_str(), row->id.c_str());
-            if (h && !h->isEmpty()) {
+            if (h && !h->isEmpty() && h->impl()->isRelationshipObject()) {
+                row->link = static_cast<_KRLink*>(h->impl());
                 made.emplace_back(std::move(*h));
-                chosen.insert(row.get());
                 ready.push_back(row.get());
-                progress = true;  // a link made now may be the end of another
+                progress = true;
             }
             delete h;
         }
     }
     for (int end = 0; end < 2; ++end) {
-        std::stable_sort(ready.begin(), ready.end(),
-                         [end](const LinkRow* a, const LinkRow* b) { return a->position[end] < b->position[end]; });
+        if (end == 1)
+            std::stable_sort(ready.begin(), ready.end(),
+                             [](const LinkRow* a, const LinkRow* b) { return a->position[1] < b->position[1]; });
+        else
+            std::stable_sort(ready.begin(), ready.end(),
+                             [](const LinkRow* a, const LinkRow* b) { return a->position[0] < b->position[0]; });
         for (LinkRow* row : ready) {
-            auto* link = static_cast<_KRLink*>(
-                DSRegistrar::findObj(row->table->className.c_str(), row->id.c_str(), row->version.c_str()));
-            if (!link) continue;
+            _KRLink* link = row->link;
             if (end == 0) {
-                // A live link keeps its ends; a new one takes its stored attributes.
-                omSetProcessing how = omStore | omKeepChanged;
+                // A live link keeps its changed values; a new one takes the stored ones.
                 int c = 0;
-                for (const Column& col : row->table->columns) apply(link, col, row->values[c++], how);
-                if (link->getChangeFlag(nullptr) == 0) clearChanges(link);
+                for (const Column& col : row->table->columns) apply(link, col, row->values[c++], omStore | omKeepChanged);
+                auto& pos = positions_[link];
+                pos = {row->position[0], row->position[1]};
             }
             ADObject& slot = link->endSlot(end);
             if (!slot.isEmpty()) continue;
-            _ADObject* o = DSRegistrar::findObj(row->endClass[end], row->endID[end].c_str(), row->version.c_str());
+            _ADObject* o = row->end[end];
             const KRLinkInfo& info = link->linkInfo();
-            if (!o || !o->isKindOf(info.endClass[end])) continue;
-            auto& pos = positions_[link];
-            pos[end] = row->position[end];
+            if (!o->isKindOf(info.endClass[end])) continue;
             slot = o;
             insertAt(info.role[end](o), ADObject(link), row->position[end], end, positions_);
         }
     }
     pending_.erase(std::remove_if(pending_.begin(), pending_.end(),
-                                  [&](const std::unique_ptr<LinkRow>& r) { return chosen.count(r.get()) != 0; }),
+                                  [](const std::unique_ptr<LinkRow>& r) { return r->link != nullptr; }),
                    pending_.end());
+    // What still waits is looked up afresh next time: its live end may go meanwhile.
+    for (auto& row : pending_) row->end[0] = row->end[1] = nullptr;
 }
 
 // ---- refresh, touch, delete list ------------------------------------------
