@@ -5,6 +5,7 @@
 
 #include "platform/repository/DSRegistration.h"
 
+#include <algorithm>
 #include <cstring>
 #include <set>
 
@@ -112,7 +113,15 @@ Schema::Schema() {
         " version TEXT NOT NULL, name TEXT, revision INTEGER NOT NULL CHECK (revision >= 0),"
         " stored_by TEXT, stored_at TEXT, lock_user TEXT, lock_host TEXT, lock_pid INTEGER, locked_at TEXT,"
         " UNIQUE (class, obj_id, version))");
+    // Components that make objects (a factory), in name order: the schema does
+    // not depend on which components loaded first or which only describe classes.
+    std::vector<DSRegistration*> components;
     for (DSRegistration* r : DSRegistration::all())
+        if (r->factory()) components.push_back(r);
+    std::sort(components.begin(), components.end(), [](DSRegistration* a, DSRegistration* b) {
+        return std::strcmp(a->componentName(), b->componentName()) < 0;
+    });
+    for (DSRegistration* r : components)
         for (const _classStruct* c = r->classTable(); c && c->className; ++c) {
             if (byName_.count(c->className)) continue;
             byName_.emplace(c->className, tables_.size());
