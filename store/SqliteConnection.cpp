@@ -85,9 +85,15 @@ public:
         sqlite3_extended_result_codes(db_, 1);
         // Writers wait for each other instead of failing at once.
         sqlite3_busy_timeout(db_, 10000);
-        // The first read of the header tells a file that is no database.
-        exec("PRAGMA foreign_keys = ON");
-        exec("SELECT count(*) FROM sqlite_schema");
+        // The first read of the header tells a file that is no database; the
+        // connection is closed here, as no destructor runs after a throwing constructor.
+        try {
+            exec("PRAGMA foreign_keys = ON");
+            exec("SELECT count(*) FROM sqlite_schema");
+        } catch (...) {
+            sqlite3_close_v2(db_);
+            throw;
+        }
     }
     ~SqliteConnection() override { sqlite3_close_v2(db_); }
 
