@@ -11,4 +11,5 @@ results=build/release/bench-results.json
 build/release/bench/krmwtarn_bench --benchmark_repetitions="${REPETITIONS:-5}" \
   --benchmark_report_aggregates_only=true --benchmark_out="$results" --benchmark_out_format=json "$@"
 build/release/bench/bench_ratios "$results" \
-  BuildWorstCaseModel=2 LookupByIdentity=1.5 BytesPerField=2 BytesPerLink=2
+  BuildWorstCaseModel=2 LookupByIdentity=1.5 BytesPerField=2 BytesPerLink=2 \
+  StoreLargestModel=2 RetrieveLargestModel=2

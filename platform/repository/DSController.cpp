@@ -3,12 +3,12 @@
 // the controlling bit 0x200) to the controlling object, then that object's
 // controller, and so on; an object no link controls is its own controller. A
 // link object is controlled by whatever controls its controlling end.
+#include "platform/repository/DSController.h"
+
 #include "platform/repository/ADLink.h"
 #include "platform/repository/DSRegistration.h"
 
-namespace {
-// The controlling object one step up, or null.
-_ADObject* controllerStep(_ADObject* o) {
+_ADObject* dsControllerStep(_ADObject* o) {
     if (o->isRelationshipObject()) {
         auto* link = static_cast<_ADLink*>(o);
         if (link->sourceIsControlling() && link->getSource() && !link->getSource()->isEmpty())
@@ -35,13 +35,12 @@ _ADObject* controllerStep(_ADObject* o) {
     }
     return nullptr;
 }
-}  // namespace
 
 ADObject* _ADObject::findController() {
     _ADObject* top = this;
     // A chain of controllers is short; the bound only guards against a cycle.
     for (int depth = 0; depth < 64; ++depth) {
-        _ADObject* up = controllerStep(top);
+        _ADObject* up = dsControllerStep(top);
         if (!up || up == this) break;
         top = up;
     }

@@ -1,6 +1,9 @@
-// DSTechnologyObject.cpp — the technology-object bases. The unit operations
-// answer 0 and change nothing: there is no persistent store behind them.
+// DSTechnologyObject.cpp — the technology-object bases. The unit operations go
+// to the current repository (DSRepositoryClient.h); without one they answer 0
+// and change nothing.
 #include "platform/techobj/DSTechnologyObject.h"
+
+#include "platform/techobj/DSRepositoryClient.h"
 
 #include <cstring>
 
@@ -72,15 +75,29 @@ unsigned long _KVPart::setChangeBit(const char* name, omSetProcessing how) {
 
 _DSCorviaObject::_DSCorviaObject(const char* context, const char* objID) : _KVPart(context, objID, 1) {}
 
-int _DSCorviaObject::copy() { return 0; }
-int _DSCorviaObject::deleteFromRepository() { return 0; }
-int _DSCorviaObject::getDeleteList(DSModelCollection*) { return 0; }
-int _DSCorviaObject::retrieve() { return 0; }
-int _DSCorviaObject::refresh() { return 0; }
-int _DSCorviaObject::store() { return 0; }
-int _DSCorviaObject::lock() { return 0; }
-int _DSCorviaObject::unlock() { return 0; }
-int _DSCorviaObject::touch() { return 0; }
+namespace {
+DSRepositoryBackend* currentBackend = nullptr;
+}  // namespace
+
+DSRepositoryBackend* dsrepository::current() noexcept { return currentBackend; }
+
+DSRepositoryBackend* dsrepository::install(DSRepositoryBackend* backend) noexcept {
+    DSRepositoryBackend* previous = currentBackend;
+    currentBackend = backend;
+    return previous;
+}
+
+int _DSCorviaObject::copy() { return currentBackend ? currentBackend->copy(this) : 0; }
+int _DSCorviaObject::deleteFromRepository() { return currentBackend ? currentBackend->deleteFromRepository(this) : 0; }
+int _DSCorviaObject::getDeleteList(DSModelCollection* into) {
+    return currentBackend && into ? currentBackend->getDeleteList(this, into) : 0;
+}
+int _DSCorviaObject::retrieve() { return currentBackend ? currentBackend->retrieve(this) : 0; }
+int _DSCorviaObject::refresh() { return currentBackend ? currentBackend->refresh(this) : 0; }
+int _DSCorviaObject::store() { return currentBackend ? currentBackend->store(this) : 0; }
+int _DSCorviaObject::lock() { return currentBackend ? currentBackend->lock(this) : 0; }
+int _DSCorviaObject::unlock() { return currentBackend ? currentBackend->unlock(this) : 0; }
+int _DSCorviaObject::touch() { return currentBackend ? currentBackend->touch(this) : 0; }
 int _DSCorviaObject::setFullName(const char*, const char*, const char*, const char*, const char*, const char*,
                                  const char*, const char*) {
     return 0;

@@ -1,7 +1,7 @@
 // DSTechnologyObject.h — the technology-object bases: _KVPart (a named part with
 // annotations and dependencies), _DSCorviaObject (the unit operations copy,
 // store, lock, ...) and _DSTechnologyObject, with the handle DSTechnologyObject.
-// Objects live only in memory here, so the unit operations do nothing.
+// The unit operations go to the current repository (DSRepositoryClient.h).
 #pragma once
 
 #include "platform/repository/ADObject.h"

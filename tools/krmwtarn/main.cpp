@@ -4,12 +4,14 @@
 // Exit status: 0 done, 1 bad input, 2 bad usage (see Commands.h).
 #include "tools/krmwtarn/Commands.h"
 #include "tools/krmwtarn/Files.h"
+#include "tools/krmwtarn/RepoCommands.h"
 
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
 #include <exception>
 #include <functional>
+#include <iostream>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -67,6 +69,13 @@ int main(int argc, char** argv) {
         "Exit status: 0 done, 1 bad input (unreadable file, refused document, unknown name), 2 bad usage.";
     app.footer(exitStatus);  // every command takes it over when it is added
 
+    // The repository: an SQLite file given by --repo or KRMWTARN_REPO. Without
+    // it the tool works in memory on the built-in sample.
+    std::string repoPath;
+    app.add_option("--repo", repoPath, "The repository file to work on (default: in memory)")
+        ->envname("KRMWTARN_REPO")
+        ->type_name("PATH");
+
     // What the chosen command does, once its arguments are parsed.
     std::function<int()> run;
     auto rootIfGiven = [](const CLI::App* command, const char* option, const std::string& value) {
@@ -90,6 +99,7 @@ int main(int argc, char** argv) {
     expand->add_flag("--json", expandJson, "Print the expansion as a JSON document");
     expand->callback([&] {
         run = [&, root = rootIfGiven(expand, "--root", expandRoot)] {
+            if (!repoPath.empty()) return repocmd::expand(repoPath, expandView, root.value_or(""), std::cout, std::cerr);
             return krmwtarn::expand(expandView, root, expandJson);
         };
     });
@@ -97,7 +107,12 @@ int main(int argc, char** argv) {
     std::string exportFile;
     CLI::App* exportCommand = app.add_subcommand("export", "Write the whole sample as JSON documents");
     positional(exportCommand, "FILE", exportFile, "The file to write, - for standard output")->required();
-    exportCommand->callback([&] { run = [&] { return krmwtarn::exportSample(exportFile); }; });
+    exportCommand->callback([&] {
+        run = [&] {
+            if (!repoPath.empty()) return repocmd::exportAll(repoPath, std::cout, std::cerr);
+            return krmwtarn::exportSample(exportFile);
+        };
+    });
 
     std::string importFile;
     bool importJson = false;
@@ -133,6 +148,41 @@ int main(int argc, char** argv) {
     CLI::App* links =
         app.add_subcommand("links", "Print the link catalogue: ends, roles, cardinality, ordering, checks");
     links->callback([&] { run = krmwtarn::links; });
+
+    auto needRepo = [&](const char* what) {
+        if (repoPath.empty()) throw CLI::RequiredError(std::string("--repo PATH (") + what + " works on a repository)");
+    };
+    CLI::App* storeSample = app.add_subcommand("sample", "Store the built-in sample in the repository");
+    storeSample->callback([&] {
+        needRepo("sample");
+        run = [&] { return repocmd::storeSample(repoPath, std::cout, std::cerr); };
+    });
+    CLI::App* list = app.add_subcommand("list", "List the repository's units: class, name, version, revision, lock owner");
+    list->callback([&] {
+        needRepo("list");
+        run = [&] { return repocmd::list(repoPath, std::cout, std::cerr); };
+    });
+    std::string unitName;
+    bool forceUnlock = false;
+    CLI::App* deleteUnit = app.add_subcommand("delete", "Remove a unit from the repository");
+    positional(deleteUnit, "NAME", unitName, "The unit's name or ID")->required();
+    deleteUnit->callback([&] {
+        needRepo("delete");
+        run = [&] { return repocmd::remove(repoPath, unitName, std::cout, std::cerr); };
+    });
+    CLI::App* lockUnit = app.add_subcommand("lock", "Lock a unit of the repository for this user");
+    positional(lockUnit, "NAME", unitName, "The unit's name or ID")->required();
+    lockUnit->callback([&] {
+        needRepo("lock");
+        run = [&] { return repocmd::lock(repoPath, unitName, std::cout, std::cerr); };
+    });
+    CLI::App* unlockUnit = app.add_subcommand("unlock", "Unlock a unit of the repository");
+    positional(unlockUnit, "NAME", unitName, "The unit's name or ID")->required();
+    unlockUnit->add_flag("--force", forceUnlock, "Break a lock whose process is gone");
+    unlockUnit->callback([&] {
+        needRepo("unlock");
+        run = [&] { return repocmd::unlock(repoPath, unitName, forceUnlock, std::cout, std::cerr); };
+    });
 
     std::string helpTopic;
     CLI::App* help = app.add_subcommand("help", "Describe the tool, or one command");

@@ -1,0 +1,934 @@
+// Repository.cpp — the unit operations over a Connection: units written in one
+// transaction with their revision and lock checks, loaded by identity with every
+// role's order restored, cross-unit links resolved when both ends are live.
+#include "store/Repository.h"
+
+#include "model/framework/KRLink.h"
+#include "platform/common/KVException.h"
+#include "platform/repository/DSRegistrar.h"
+#include "platform/repository/DSRegistration.h"
+#include "store/Schema.h"
+#include "store/Sql.h"
+#include "store/Units.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <unordered_set>
+
+#include <pwd.h>
+#include <unistd.h>
+
+namespace krstore {
+
+// ---- values ---------------------------------------------------------------
+
+namespace {
+
+struct Value {
+    bool null = true;
+    long long number = 0;
+    std::string text;
+};
+
+Value read(Statement& s, int column) {
+    Value v;
+    if (s.isNull(column)) return v;
+    v.null = false;
+    if (const char* t = s.getText(column)) v.text = t;
+    v.number = s.getInt(column);
+    return v;
+}
+
+void bindColumn(Statement& s, int i, _ADObject* o, const Column& c) {
+    const ADAttributeEntry& row = *c.row;
+    switch (c.type) {
+        case ColumnType::String: {
+            char* text = (o->*row.getter.str)();
+            if (text) s.bindText(i, text);
+            else s.bindNull(i);
+            return;
+        }
+        case ColumnType::Boolean: s.bindInt(i, (o->*row.getter.boolean)()); return;
+        case ColumnType::Short: s.bindInt(i, (o->*row.getter.shortv)()); return;
+        case ColumnType::UShort: s.bindInt(i, (o->*row.getter.ushortv)()); return;
+        case ColumnType::Long: s.bindInt(i, (o->*row.getter.longv)()); return;
+        case ColumnType::Char: {
+            char ch = (o->*row.getter.charv)();
+            if (ch) s.bindText(i, std::string_view(&ch, 1));
+            else s.bindNull(i);
+            return;
+        }
+    }
+}
+
+void apply(_ADObject* o, const Column& c, const Value& v, omSetProcessing how) {
+    const ADAttributeEntry& row = *c.row;
+    if (!row.setter.str) return;
+    switch (c.type) {
+        case ColumnType::String: (o->*row.setter.str)(v.null ? nullptr : v.text.c_str(), how); return;
+        case ColumnType::Boolean: (o->*row.setter.boolean)(static_cast<int>(v.number), how); return;
+        case ColumnType::Short: (o->*row.setter.shortv)(static_cast<short>(v.number), how); return;
+        case ColumnType::UShort: (o->*row.setter.ushortv)(static_cast<unsigned short>(v.number), how); return;
+        case ColumnType::Long: (o->*row.setter.longv)(static_cast<long>(v.number), how); return;
+        case ColumnType::Char: (o->*row.setter.charv)(v.null || v.text.empty() ? '\0' : v.text[0], how); return;
+    }
+}
+
+// Every change bit of an object off: attributes and roles by name, link ends.
+void clearChanges(_ADObject* o) {
+    if (o->isRelationshipObject()) static_cast<_ADLink*>(o)->setEndChanged(adEndSource | adEndTarget, false);
+    if (!o->getChangeFlag(nullptr)) return;
+    for (ADAttributeEntry* t = o->nextAttributeTable(nullptr); t; t = o->nextAttributeTable(t))
+        for (ADAttributeEntry* row = t; row->name; ++row)
+            if (!adIsEndRow(*row)) o->setChangeBit(row->name, omClearChanged);
+}
+
+// The root's name: its first name attribute that holds a string.
+std::string nameOf(_ADObject* o) {
+    for (ADAttributeEntry* t = o->nextAttributeTable(nullptr); t; t = o->nextAttributeTable(t))
+        for (ADAttributeEntry* row = t; row->name; ++row)
+            if ((row->flags & adFlagName) && (row->flags & 0xF) == adRowAttribute && row->getter.str &&
+                std::strcmp(row->type, "string") == 0) {
+                const char* n = (o->*row->getter.str)();
+                return n ? n : "";
+            }
+    return "";
+}
+
+UnitKey keyOf(_ADObject* o) { return {o->whoAmI(), o->objID(), o->context()}; }
+
+std::string now() {
+    std::time_t t = std::time(nullptr);
+    char text[32];
+    std::tm tm{};
+    gmtime_r(&t, &tm);
+    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &tm);
+    return text;
+}
+
+[[noreturn]] void refuse(long number, const std::string& message) {
+    throw new KVException("krmwtarn_store", number, message.c_str());
+}
+
+bool processGone(const LockOwner& o, const std::string& host) {
+    if (o.host != host) return true;  // cannot be seen from here: the user decides
+    return o.pid <= 0 || (::kill(static_cast<pid_t>(o.pid), 0) != 0 && errno == ESRCH);
+}
+
+// A transaction that rolls back unless committed.
+class Transaction {
+public:
+    explicit Transaction(Connection& db, bool write) : db_(db) {
+        if (write) db.beginWrite();
+        else db.exec("BEGIN");
+    }
+    ~Transaction() {
+        if (!done_) db_.rollback();
+    }
+    void commit() {
+        db_.commit();
+        done_ = true;
+    }
+
+private:
+    Connection& db_;
+    bool done_ = false;
+};
+
+// Inserts a link handle into a role at its stored position: behind every
+// element stored before it (elements of unknown position count as before).
+void insertAt(DSModelCollection* role, const ADObject& link, long position, int end,
+              const std::unordered_map<_ADObject*, std::array<long, 2>>& positions) {
+    auto storedAt = [&](const ADObject& h) {
+        auto it = positions.find(h.impl());
+        return it == positions.end() ? -1 : it->second[end];
+    };
+    long n = role->count();
+    if (n == 0 || storedAt(*role->at(n - 1)) <= position) {
+        role->addLast(link);
+        return;
+    }
+    long k = 0;
+    for (const ADObject& h : *role) {
+        if (storedAt(h) > position) break;
+        ++k;
+    }
+    role->addAfter(link, k - 1);
+}
+
+}  // namespace
+
+struct Repository::LinkRow {
+    const Table* table = nullptr;
+    std::string id, version;
+    const char* endClass[2] = {nullptr, nullptr};
+    std::string endID[2];
+    long position[2] = {0, 0};
+    std::vector<Value> values;  // the attribute columns
+    // Resolved while attaching: the ends once live, the link once made.
+    _ADObject* end[2] = {nullptr, nullptr};
+    _KRLink* link = nullptr;
+};
+
+std::string UnitKey::text() const { return className + " " + objID + " (" + version + ")"; }
+
+std::string LockOwner::text() const { return user + "@" + host + " (pid " + std::to_string(pid) + ")"; }
+
+// ---- opening --------------------------------------------------------------
+
+namespace {
+std::string pathOf(const std::string& location) {
+    if (location.rfind("file://", 0) == 0) return location.substr(7);
+    if (location.rfind("file:", 0) == 0) return location.substr(5);
+    return location;
+}
+
+LockOwner ownerFor(const OpenOptions& options) {
+    LockOwner o;
+    o.user = options.user;
+    if (o.user.empty())
+        if (const char* u = std::getenv("KRMWTARN_USER")) o.user = u;
+    if (o.user.empty())
+        if (const char* u = std::getenv("USER")) o.user = u;
+    if (o.user.empty())
+        if (passwd* p = getpwuid(getuid())) o.user = p->pw_name;
+    char host[256] = {};
+    gethostname(host, sizeof host - 1);
+    o.host = host;
+    o.pid = static_cast<long>(getpid());
+    return o;
+}
+}  // namespace
+
+Repository::Repository(std::unique_ptr<Connection> connection, std::string location, LockOwner owner)
+    : db_(std::move(connection)), location_(std::move(location)), owner_(std::move(owner)) {}
+
+Repository::~Repository() {
+    if (dsrepository::current() == this) dsrepository::install(nullptr);
+    pending_.clear();
+    roots_.clear();
+    statements_.clear();
+}
+
+std::unique_ptr<Repository> Repository::open(const std::string& location, const OpenOptions& options) {
+    std::string path = pathOf(location);
+    std::unique_ptr<Connection> db;
+    try {
+        db = openSqlite(path, options.create);
+    } catch (const SqlError& e) {
+        if (e.fault() == SqlFault::NotARepository)
+            refuse(errNotARepository, path + " is not a KRMWTARN repository (not a database file)");
+        if (e.fault() == SqlFault::Damaged)
+            refuse(errDamaged, "repository " + path + " is damaged (truncated or corrupted): " + e.what());
+        refuse(errCannotOpen, "cannot open repository " + path + ": " + e.what());
+    }
+    std::unique_ptr<Repository> r(new Repository(std::move(db), path, ownerFor(options)));
+    r->openSchema();
+    r->db_->limitPages(options.maxPages);
+    return r;
+}
+
+void Repository::openSchema() {
+    const Schema& schema = Schema::current();
+    std::string ddl;
+    for (const std::string& s : schema.ddl()) ddl += s + ";\n";
+    try {
+        if (db_->isEmpty()) {
+            if (db_->readOnly()) refuse(errReadOnly, "repository " + location_ + " is read-only and empty");
+            Transaction t(*db_, true);
+            db_->exec(ddl);
+            db_->exec("CREATE TABLE repository_meta (key TEXT PRIMARY KEY, value TEXT)");
+            auto s = db_->prepare("INSERT INTO repository_meta VALUES ('schema', ?)");
+            s->bindText(0, ddl);
+            s->step();
+            db_->markRepository(Schema::kVersion);
+            t.commit();
+            return;
+        }
+        if (!db_->isRepository())
+            refuse(errNotARepository, location_ + " is not a KRMWTARN repository (a database of another kind)");
+        int version = db_->schemaVersion();
+        if (version != Schema::kVersion)
+            refuse(errSchemaVersion, "repository " + location_ + " has schema version " + std::to_string(version) +
+                                         "; this program reads version " + std::to_string(Schema::kVersion));
+        auto s = db_->prepare("SELECT value FROM repository_meta WHERE key = 'schema'");
+        if (!s->step() || !s->getText(0) || ddl != s->getText(0))
+            refuse(errSchemaVersion, "repository " + location_ +
+                                         " was made for other classes: its tables differ from this program's class tables");
+    } catch (const std::exception& e) {
+        raise(e, "open");
+    }
+}
+
+void Repository::makeCurrent() { dsrepository::install(this); }
+
+[[noreturn]] void Repository::raise(const std::exception& e, const std::string& doing) {
+    const auto* sql = dynamic_cast<const SqlError*>(&e);
+    if (!sql) refuse(errDatabase, "repository " + location_ + ": " + doing + ": " + e.what());
+    switch (sql->fault()) {
+        case SqlFault::NotARepository:
+            refuse(errNotARepository, location_ + " is not a KRMWTARN repository (not a database file)");
+        case SqlFault::Damaged:
+            refuse(errDamaged, "repository " + location_ + " is damaged (truncated or corrupted): " + sql->what());
+        case SqlFault::ReadOnly:
+            refuse(errReadOnly, "repository " + location_ + " is read-only: cannot " + doing);
+        case SqlFault::Full:
+            refuse(errFull, "repository " + location_ + ": the disk is full: " + doing +
+                                " was not done; what was stored before is kept");
+        case SqlFault::Busy:
+            refuse(errBusy, "repository " + location_ + " is busy (another program held it too long): " + doing +
+                                " was not done");
+        case SqlFault::CannotOpen: refuse(errCannotOpen, "cannot open repository " + location_ + ": " + sql->what());
+        case SqlFault::Constraint:
+            refuse(errValueRefused, "repository " + location_ + ": " + doing + ": " + sql->what());
+        case SqlFault::Other: break;
+    }
+    refuse(errDatabase, "repository " + location_ + ": " + doing + ": " + sql->what());
+}
+
+CurrentRepository::CurrentRepository(const std::string& location, const OpenOptions& options)
+    : repository_(Repository::open(location, options)), previous_(dsrepository::install(repository_.get())) {}
+
+CurrentRepository::~CurrentRepository() {
+    dsrepository::install(previous_);
+    repository_.reset();
+}
+
+Statement& Repository::statement(const std::string& sql) {
+    auto& s = statements_[sql];
+    if (!s) s = db_->prepare(sql);
+    s->reset();
+    return *s;
+}
+
+// ---- the unit table -------------------------------------------------------
+
+namespace {
+const char* const kUnitColumns =
+    "unit_id, class, obj_id, version, name, revision, stored_by, stored_at, lock_user, lock_host, lock_pid, locked_at";
+
+UnitInfo unitFrom(Statement& s) {
+    UnitInfo u;
+    auto text = [&](int c) { return std::string(s.getText(c) ? s.getText(c) : ""); };
+    u.id = s.getInt(0);
+    u.key = {text(1), text(2), text(3)};
+    u.name = text(4);
+    u.revision = static_cast<long>(s.getInt(5));
+    u.storedBy = text(6);
+    u.storedAt = text(7);
+    u.locked = !s.isNull(8);
+    u.lockOwner = {text(8), text(9), static_cast<long>(s.getInt(10))};
+    u.lockedAt = text(11);
+    return u;
+}
+}  // namespace
+
+bool Repository::lookupUnit(const UnitKey& key, UnitInfo& into) {
+    Statement& s = statement(std::string("SELECT ") + kUnitColumns +
+                             " FROM units WHERE class = ? AND obj_id = ? AND version = ?");
+    s.bindText(0, key.className);
+    s.bindText(1, key.objID);
+    s.bindText(2, key.version);
+    if (!s.step()) return false;
+    into = unitFrom(s);
+    s.reset();
+    return true;
+}
+
+long long Repository::unitHolding(const char* className, const char* objID, const char* version) {
+    const Table* t = Schema::current().table(className);
+    if (!t) return 0;
+    Statement& s = statement("SELECT unit FROM " + quoted(t->className) + " WHERE obj_id = ? AND version = ?");
+    s.bindText(0, objID);
+    s.bindText(1, version);
+    long long unit = s.step() ? s.getInt(0) : 0;
+    s.reset();
+    return unit;
+}
+
+std::vector<UnitInfo> Repository::units() {
+    std::vector<UnitInfo> all;
+    try {
+        Statement& s = statement(std::string("SELECT ") + kUnitColumns + " FROM units ORDER BY class, obj_id, version");
+        while (s.step()) all.push_back(unitFrom(s));
+        s.reset();
+    } catch (const std::exception& e) {
+        raise(e, "list the units");
+    }
+    return all;
+}
+
+UnitInfo Repository::findUnit(const std::string& nameOrID) {
+    std::vector<UnitInfo> found;
+    for (UnitInfo& u : units())
+        if (u.key.objID == nameOrID || u.name == nameOrID) found.push_back(u);
+    if (found.empty()) refuse(errNotStored, "no unit named " + nameOrID + " in repository " + location_);
+    if (found.size() > 1) {
+        std::string all;
+        for (const UnitInfo& u : found) all += (all.empty() ? "" : ", ") + u.key.text();
+        refuse(errAmbiguous, nameOrID + " names several units: " + all);
+    }
+    return found.front();
+}
+
+UnitKey Repository::unitKeyOf(_ADObject* object) {
+    UnitResolver resolver;
+    return keyOf(resolver.rootOf(object));
+}
+
+long Repository::knownRevision(const UnitKey& key) const {
+    auto it = revisions_.find(key);
+    return it == revisions_.end() ? 0 : it->second;
+}
+
+// ---- store ----------------------------------------------------------------
+
+void Repository::storeUnits(const std::vector<_ADObject*>& objects) {
+    UnitResolver resolver;
+    std::vector<UnitContent> units;
+    std::unordered_set<_ADObject*> roots;
+    for (_ADObject* o : objects) {
+        _ADObject* root = resolver.rootOf(o);
+        if (roots.insert(root).second) units.push_back(collectUnit(root, resolver));
+    }
+    write(units);
+}
+
+void Repository::storeAll() {
+    UnitResolver resolver;
+    std::vector<UnitContent> units = collectAllUnits(resolver);
+    write(units);
+}
+
+void Repository::write(std::vector<UnitContent>& units) {
+    if (units.empty()) return;
+    if (db_->readOnly()) refuse(errReadOnly, "repository " + location_ + " is read-only: cannot store");
+    const Schema& schema = Schema::current();
+    // Every link's position in both ends' roles, from the roles of the units' objects.
+    std::unordered_map<_ADObject*, std::array<long, 2>> positions;
+    auto note = [&](_ADObject* o) {
+        forEachRole(o, [&](const ADAttributeEntry& row, DSModelCollection* role) {
+            int end = (row.flags & 0xF) == adRowRoleAtSource ? 0 : 1;
+            long i = 0;
+            for (const ADObject& h : *role) {
+                auto [it, added] = positions.try_emplace(h.impl(), std::array<long, 2>{-1, -1});
+                it->second[end] = i++;
+            }
+        });
+    };
+    for (UnitContent& u : units) {
+        for (_ADObject* o : u.objects) note(o);
+        for (_ADObject* l : u.links) note(l);
+    }
+    auto positionOf = [&](_ADObject* link, int end) {
+        auto it = positions.find(link);
+        long p = it == positions.end() ? -1 : it->second[end];
+        return p >= 0 ? p : positionInEnd(link, end);
+    };
+    std::vector<long> revisions(units.size());
+    std::string doing = "store";
+    const Table* failedTable = nullptr;
+    _ADObject* failedObject = nullptr;
+    try {
+        Transaction t(*db_, true);
+        std::string stamp = now();
+        db_->exec("CREATE TEMP TABLE IF NOT EXISTS restored (id INTEGER PRIMARY KEY)");
+        db_->exec("DELETE FROM temp.restored");
+        bool anyRestored = false;
+        std::vector<long long> ids(units.size());
+        for (std::size_t i = 0; i < units.size(); ++i) {
+            _ADObject* root = units[i].root;
+            UnitKey key = keyOf(root);
+            UnitInfo stored;
+            if (lookupUnit(key, stored)) {
+                if (stored.locked && (stored.lockOwner.user != owner_.user || stored.lockOwner.host != owner_.host))
+                    refuse(errLocked, "unit " + key.text() + " is locked by " + stored.lockOwner.text() + " since " +
+                                          stored.lockedAt + "; not stored");
+                if (knownRevision(key) != stored.revision)
+                    refuse(errStale, "unit " + key.text() + " was stored meanwhile by " + stored.storedBy +
+                                         " at revision " + std::to_string(stored.revision) + " (" + stored.storedAt +
+                                         "); retrieve or refresh it before storing");
+                ids[i] = stored.id;
+                revisions[i] = stored.revision + 1;
+                Statement& u = statement(
+                    "UPDATE units SET revision = ?, name = ?, stored_by = ?, stored_at = ? WHERE unit_id = ?");
+                u.bindInt(0, revisions[i]);
+                u.bindText(1, nameOf(root));
+                u.bindText(2, owner_.text());
+                u.bindText(3, stamp);
+                u.bindInt(4, stored.id);
+                u.step();
+                Statement& r = statement("INSERT INTO temp.restored VALUES (?)");
+                r.bindInt(0, stored.id);
+                r.step();
+                anyRestored = true;
+            } else {
+                Statement& u = statement(
+                    "INSERT INTO units (class, obj_id, version, name, revision, stored_by, stored_at)"
+                    " VALUES (?, ?, ?, ?, 1, ?, ?) RETURNING unit_id");
+                u.bindText(0, key.className);
+                u.bindText(1, key.objID);
+                u.bindText(2, key.version);
+                u.bindText(3, nameOf(root));
+                u.bindText(4, owner_.text());
+                u.bindText(5, stamp);
+                u.step();
+                ids[i] = u.getInt(0);
+                u.reset();
+                revisions[i] = 1;
+            }
+        }
+        if (anyRestored)
+            for (const Table& table : schema.tables())
+                db_->exec("DELETE FROM " + quoted(table.className) + " WHERE unit IN (SELECT id FROM temp.restored)");
+        // Rows table by table (each table's pages are written together), one
+        // prepared statement per table.
+        std::unordered_map<const char*, const Table*> tableOf;
+        std::vector<std::vector<std::pair<_ADObject*, long long>>> byTable(schema.tables().size());
+        auto sort = [&](_ADObject* o, long long unit) {
+            const char* cls = o->whoAmI();
+            auto [it, added] = tableOf.try_emplace(cls, nullptr);
+            if (added) it->second = schema.table(cls);
+            if (!it->second) refuse(errDatabase, std::string("class ") + cls + " has no table in the repository");
+            byTable[static_cast<std::size_t>(it->second - schema.tables().data())].emplace_back(o, unit);
+        };
+        for (std::size_t i = 0; i < units.size(); ++i) {
+            for (_ADObject* o : units[i].objects) sort(o, ids[i]);
+            for (_ADObject* l : units[i].links) sort(l, ids[i]);
+        }
+        for (std::size_t ti = 0; ti < byTable.size(); ++ti) {
+            if (byTable[ti].empty()) continue;
+            const Table* table = &schema.tables()[ti];
+            Statement& s = statement(table->insert);
+            failedTable = table;
+            for (auto [o, unit] : byTable[ti]) {
+                failedObject = o;
+                s.reset();
+                s.bindText(Table::kId, o->objID());
+                s.bindText(Table::kVersion, o->context());
+                s.bindInt(Table::kUnit, unit);
+                if (table->isLink) {
+                    auto* l = static_cast<_ADLink*>(o);
+                    _ADObject* ends[2] = {l->getSource()->impl(), l->getTarget()->impl()};
+                    for (int end = 0; end < 2; ++end) {
+                        int base = end == 0 ? Table::kSourceClass : Table::kTargetClass;
+                        s.bindText(base, ends[end]->whoAmI());
+                        s.bindText(base + 1, ends[end]->objID());
+                        s.bindInt(base + 2, positionOf(o, end));
+                    }
+                }
+                int c = table->firstAttribute();
+                for (const Column& col : table->columns) bindColumn(s, c++, o, col);
+                s.step();
+            }
+        }
+        failedObject = nullptr;
+        doing = "commit the store";
+        t.commit();
+    } catch (const SqlError& e) {
+        if (e.fault() == SqlFault::Constraint && failedObject) {
+            std::string what = std::string(failedObject->whoAmI()) + " " + failedObject->objID() + " (" +
+                               failedObject->context() + ")";
+            if (std::strstr(e.what(), "UNIQUE") || std::strstr(e.what(), "PRIMARY")) {
+                long long holder = 0;
+                std::string claimed;
+                try {
+                    holder = unitHolding(failedTable->className.c_str(), failedObject->objID(), failedObject->context());
+                    for (const UnitInfo& u : this->units())
+                        if (u.id == holder) claimed = u.key.text();
+                } catch (const std::exception&) {
+                }
+                UnitResolver resolver;
+                refuse(errClaimedTwice, what + " belongs to unit " + (claimed.empty() ? "stored earlier" : claimed) +
+                                            "; unit " + keyOf(resolver.rootOf(failedObject)).text() +
+                                            " claims it too; nothing stored");
+            }
+            refuse(errValueRefused, "cannot store " + what + ": a value is out of its column's range (" + e.what() +
+                                        "); nothing stored");
+        }
+        raise(e, doing);
+    }
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        revisions_[keyOf(units[i].root)] = revisions[i];
+        for (_ADObject* o : units[i].objects) clearChanges(o);
+        for (_ADObject* l : units[i].links) {
+            clearChanges(l);
+            positions_[l] = {positionOf(l, 0), positionOf(l, 1)};
+        }
+    }
+}
+
+// ---- retrieve -------------------------------------------------------------
+
+ADObject Repository::retrieveUnit(const UnitKey& key) {
+    UnitInfo info;
+    try {
+        if (!lookupUnit(key, info)) {
+            // A member of a unit: load the unit that holds it.
+            long long holder = unitHolding(key.className.c_str(), key.objID.c_str(), key.version.c_str());
+            if (!holder) refuse(errNotStored, "unit " + key.text() + " is not in repository " + location_);
+            info.id = holder;
+        }
+    } catch (const SqlError& e) {
+        raise(e, "retrieve " + key.text());
+    }
+    load({info.id}, false, false);
+    _ADObject* o = DSRegistrar::findObj(key.className.c_str(), key.objID.c_str(), key.version.c_str());
+    return o ? ADObject(o) : ADObject();
+}
+
+void Repository::retrieveAll() { load({}, true, false); }
+
+void Repository::load(const std::vector<long long>& unitIDs, bool all, bool refresh) {
+    const Schema& schema = Schema::current();
+    omSetProcessing how = refresh ? (omStore | omClearChanged) : (omStore | omKeepChanged);
+    std::vector<ADObject> held;  // what this load made or shared, until the links hold it
+    std::vector<std::unique_ptr<LinkRow>> links;
+    std::vector<std::pair<UnitKey, long>> loaded;
+    try {
+        Transaction t(*db_, false);
+        auto unitRows = [&](const std::string& select, const char* unitColumn, auto&& each) {
+            if (all) {
+                Statement& s = statement(select);
+                while (s.step()) each(s);
+                s.reset();
+            } else {
+                for (long long id : unitIDs) {
+                    Statement& s = statement(select + " WHERE " + unitColumn + " = ?");
+                    s.bindInt(0, id);
+                    while (s.step()) each(s);
+                    s.reset();
+                }
+            }
+        };
+        unitRows(std::string("SELECT ") + kUnitColumns + " FROM units", "unit_id", [&](Statement& s) {
+            UnitInfo u = unitFrom(s);
+            loaded.emplace_back(u.key, u.revision);
+        });
+        for (const Table& table : schema.tables()) {
+            int first = table.firstAttribute();
+            unitRows(table.selectAll, "unit", [&](Statement& s) {
+                if (!table.isLink) {
+                    const char* id = s.getText(Table::kId);
+                    const char* version = s.getText(Table::kVersion);
+                    ADObject* made = DSRegistration::create(table.className.c_str(), version, id);
+                    if (!made || made->isEmpty()) {
+                        delete made;
+                        refuse(errDamaged, "repository " + location_ + " holds an object of class " + table.className +
+                                               ", which no loaded component makes");
+                    }
+                    held.emplace_back(std::move(*made));
+                    delete made;
+                    _ADObject* o = held.back().impl();
+                    int c = first;
+                    for (const Column& col : table.columns) apply(o, col, read(s, c++), how);
+                    return;
+                }
+                auto row = std::make_unique<LinkRow>();
+                row->table = &table;
+                row->id = s.getText(Table::kId);
+                row->version = s.getText(Table::kVersion);
+                for (int end = 0; end < 2; ++end) {
+                    int base = end == 0 ? Table::kSourceClass : Table::kTargetClass;
+                    const Table* endTable = schema.table(s.getText(base));
+                    if (!endTable) refuse(errDamaged, "repository " + location_ + " names an unknown class " +
+                                                          s.getText(base) + " at a link end");
+                    row->endClass[end] = endTable->className.c_str();
+                    row->endID[end] = s.getText(base + 1);
+                    row->position[end] = static_cast<long>(s.getInt(base + 2));
+                }
+                for (int c = first; c < first + static_cast<int>(table.columns.size()); ++c)
+                    row->values.push_back(read(s, c));
+                links.push_back(std::move(row));
+            });
+        }
+        t.commit();
+    } catch (const SqlError& e) {
+        raise(e, "retrieve");
+    }
+    if (refresh) {
+        // Unstored changes go: the attribute setters cleared their bits; roles and ends follow.
+        for (const ADObject& h : held) clearChanges(h.impl());
+    }
+    for (auto& [key, revision] : loaded) {
+        revisions_[key] = revision;
+        if (_ADObject* root = DSRegistrar::findObj(key.className.c_str(), key.objID.c_str(), key.version.c_str()))
+            roots_[key] = ADObject(root);
+    }
+    // Links: first every link object by identity (links may be ends of links),
+    // then the source ends in source-role order, then the target ends.
+    for (auto& row : links) pending_.push_back(std::move(row));
+    attachPending();
+}
+
+void Repository::attachPending() {
+    // A link row whose ends are live is made now; the others wait for their
+    // units. A link made now may be the end of another, so rows whose end is
+    // missing are looked at again while links are being made.
+    std::vector<LinkRow*> ready;
+    std::vector<ADObject> made;
+    for (bool progress = true; progress;) {
+        progress = false;
+        for (auto& row : pending_) {
+            if (row->link) continue;
+            for (int end = 0; end < 2; ++end)
+                if (!row->end[end])
+                    row->end[end] = DSRegistrar::findObj(row->endClass[end], row->endID[end].c_str(), row->version.c_str());
+            if (!row->end[0] || !row->end[1]) continue;
+            ADObject* h = DSRegistration::create(row->table->className.c_str(), row->version.c_str(), row->id.c_str());
+            if (h && !h->isEmpty() && h->impl()->isRelationshipObject()) {
+                row->link = static_cast<_KRLink*>(h->impl());
+                made.emplace_back(std::move(*h));
+                ready.push_back(row.get());
+                progress = true;
+            }
+            delete h;
+        }
+    }
+    for (int end = 0; end < 2; ++end) {
+        if (end == 1)
+            std::stable_sort(ready.begin(), ready.end(),
+                             [](const LinkRow* a, const LinkRow* b) { return a->position[1] < b->position[1]; });
+        else
+            std::stable_sort(ready.begin(), ready.end(),
+                             [](const LinkRow* a, const LinkRow* b) { return a->position[0] < b->position[0]; });
+        for (LinkRow* row : ready) {
+            _KRLink* link = row->link;
+            if (end == 0) {
+                // A live link keeps its changed values; a new one takes the stored ones.
+                int c = 0;
+                for (const Column& col : row->table->columns) apply(link, col, row->values[c++], omStore | omKeepChanged);
+                auto& pos = positions_[link];
+                pos = {row->position[0], row->position[1]};
+            }
+            ADObject& slot = link->endSlot(end);
+            if (!slot.isEmpty()) continue;
+            _ADObject* o = row->end[end];
+            const KRLinkInfo& info = link->linkInfo();
+            if (!o->isKindOf(info.endClass[end])) continue;
+            slot = o;
+            insertAt(info.role[end](o), ADObject(link), row->position[end], end, positions_);
+        }
+    }
+    pending_.erase(std::remove_if(pending_.begin(), pending_.end(),
+                                  [](const std::unique_ptr<LinkRow>& r) { return r->link != nullptr; }),
+                   pending_.end());
+    // What still waits is looked up afresh next time: its live end may go meanwhile.
+    for (auto& row : pending_) row->end[0] = row->end[1] = nullptr;
+}
+
+// ---- refresh, touch, delete list ------------------------------------------
+
+void Repository::refreshUnit(_ADObject* object) {
+    UnitResolver resolver;
+    _ADObject* root = resolver.rootOf(object);
+    UnitKey key = keyOf(root);
+    UnitInfo info;
+    try {
+        if (!lookupUnit(key, info)) refuse(errNotStored, "unit " + key.text() + " is not in repository " + location_);
+    } catch (const SqlError& e) {
+        raise(e, "refresh " + key.text());
+    }
+    ADObject keep(root);
+    UnitContent unit = collectUnit(root, resolver);
+    // The unit's links go; the stored ones come back in their stored order.
+    std::vector<ADObject> links;
+    for (_ADObject* l : unit.links) links.emplace_back(l);
+    for (ADObject& l : links) {
+        positions_.erase(l.impl());
+        l->markDeleted(nullptr, 0);
+    }
+    links.clear();
+    load({info.id}, false, true);
+}
+
+void Repository::touchUnit(_ADObject* object) {
+    UnitResolver resolver;
+    resolver.rootOf(object)->setChangeBit("adName", omSetChanged);
+}
+
+std::vector<ADObject> Repository::deleteList(_ADObject* object) {
+    UnitResolver resolver;
+    UnitContent unit = collectUnit(resolver.rootOf(object), resolver);
+    std::vector<ADObject> list;
+    std::unordered_set<_ADObject*> in;
+    for (_ADObject* l : unit.links)
+        if (in.insert(l).second) list.emplace_back(l);
+    // Links of other units that reach this unit's objects go with them.
+    for (_ADObject* o : unit.objects)
+        forEachRole(o, [&](const ADAttributeEntry&, DSModelCollection* role) {
+            for (const ADObject& h : *role)
+                if (in.insert(h.impl()).second) list.push_back(h);
+        });
+    for (_ADObject* o : unit.objects) list.emplace_back(o);
+    return list;
+}
+
+// ---- locks, delete, copy --------------------------------------------------
+
+void Repository::lockUnit(const UnitKey& key) {
+    try {
+        Transaction t(*db_, true);
+        UnitInfo u;
+        if (!lookupUnit(key, u)) refuse(errNotStored, "unit " + key.text() + " is not in repository " + location_);
+        if (u.locked && (u.lockOwner.user != owner_.user || u.lockOwner.host != owner_.host))
+            refuse(errLocked, "unit " + key.text() + " is locked by " + u.lockOwner.text() + " since " + u.lockedAt);
+        Statement& s = statement("UPDATE units SET lock_user = ?, lock_host = ?, lock_pid = ?, locked_at = ? WHERE unit_id = ?");
+        s.bindText(0, owner_.user);
+        s.bindText(1, owner_.host);
+        s.bindInt(2, owner_.pid);
+        s.bindText(3, now());
+        s.bindInt(4, u.id);
+        s.step();
+        t.commit();
+    } catch (const SqlError& e) {
+        raise(e, "lock " + key.text());
+    }
+}
+
+void Repository::unlockUnit(const UnitKey& key, bool force) {
+    try {
+        Transaction t(*db_, true);
+        UnitInfo u;
+        if (!lookupUnit(key, u)) refuse(errNotStored, "unit " + key.text() + " is not in repository " + location_);
+        if (!u.locked) return;
+        bool mine = u.lockOwner.user == owner_.user && u.lockOwner.host == owner_.host;
+        if (!mine && !force)
+            refuse(errLocked, "unit " + key.text() + " is locked by " + u.lockOwner.text() + " since " + u.lockedAt +
+                                  "; unlock --force breaks a lock whose process is gone");
+        if (!mine && !processGone(u.lockOwner, owner_.host))
+            refuse(errLockNotBroken, "unit " + key.text() + " is locked by " + u.lockOwner.text() +
+                                         ", whose process is still running; the lock is not broken");
+        Statement& s = statement(
+            "UPDATE units SET lock_user = NULL, lock_host = NULL, lock_pid = NULL, locked_at = NULL WHERE unit_id = ?");
+        s.bindInt(0, u.id);
+        s.step();
+        t.commit();
+    } catch (const SqlError& e) {
+        raise(e, "unlock " + key.text());
+    }
+}
+
+void Repository::forgetUnit(const UnitKey& key) {
+    revisions_.erase(key);
+    roots_.erase(key);
+}
+
+void Repository::deleteUnit(const UnitKey& key) {
+    if (db_->readOnly()) refuse(errReadOnly, "repository " + location_ + " is read-only: cannot delete " + key.text());
+    try {
+        Transaction t(*db_, true);
+        UnitInfo u;
+        if (!lookupUnit(key, u)) refuse(errNotStored, "unit " + key.text() + " is not in repository " + location_);
+        if (u.locked && (u.lockOwner.user != owner_.user || u.lockOwner.host != owner_.host))
+            refuse(errLocked, "unit " + key.text() + " is locked by " + u.lockOwner.text() + " since " + u.lockedAt +
+                                  "; not deleted");
+        long known = knownRevision(key);
+        if (known && known != u.revision)
+            refuse(errStale, "unit " + key.text() + " was stored meanwhile by " + u.storedBy + " at revision " +
+                                 std::to_string(u.revision) + "; not deleted");
+        Statement& s = statement("DELETE FROM units WHERE unit_id = ?");
+        s.bindInt(0, u.id);
+        s.step();
+        t.commit();
+    } catch (const SqlError& e) {
+        raise(e, "delete " + key.text());
+    }
+    // In memory, the unit goes with what its delete list names.
+    if (_ADObject* root = DSRegistrar::findObj(key.className.c_str(), key.objID.c_str(), key.version.c_str())) {
+        ADObject keep(root);
+        std::vector<ADObject> list = deleteList(root);
+        for (ADObject& o : list)
+            if (o->isRelationshipObject()) {
+                positions_.erase(o.impl());
+                o->markDeleted(nullptr, 0);
+            }
+        for (ADObject& o : list)
+            if (!o->isRelationshipObject()) o->markDeleted(nullptr, 0);
+    }
+    forgetUnit(key);
+}
+
+void Repository::copyUnit(const UnitKey& key, const std::string& toVersion) {
+    if (db_->readOnly()) refuse(errReadOnly, "repository " + location_ + " is read-only: cannot copy " + key.text());
+    UnitKey to{key.className, key.objID, toVersion};
+    try {
+        Transaction t(*db_, true);
+        UnitInfo u, exists;
+        if (!lookupUnit(key, u)) refuse(errNotStored, "unit " + key.text() + " is not in repository " + location_);
+        if (lookupUnit(to, exists)) refuse(errCopyExists, "unit " + to.text() + " is already in the repository; not copied");
+        Statement& s = statement(
+            "INSERT INTO units (class, obj_id, version, name, revision, stored_by, stored_at)"
+            " VALUES (?, ?, ?, ?, 1, ?, ?) RETURNING unit_id");
+        s.bindText(0, to.className);
+        s.bindText(1, to.objID);
+        s.bindText(2, to.version);
+        s.bindText(3, u.name);
+        s.bindText(4, owner_.text());
+        s.bindText(5, now());
+        s.step();
+        long long id = s.getInt(0);
+        s.reset();
+        for (const Table& table : Schema::current().tables()) {
+            Statement& c = statement(table.copyUnit);
+            c.bindText(0, toVersion);
+            c.bindInt(1, id);
+            c.bindInt(2, u.id);
+            c.step();
+        }
+        t.commit();
+    } catch (const SqlError& e) {
+        if (e.fault() == SqlFault::Constraint)
+            refuse(errClaimedTwice, "unit " + key.text() + " cannot be copied into version " + toVersion +
+                                        ": an object of it is already there in another unit (" + e.what() + ")");
+        raise(e, "copy " + key.text());
+    }
+}
+
+// ---- the platform's unit operations ---------------------------------------
+
+// Each answers 0 when done; refusals are thrown.
+int Repository::store(_ADObject* object) {
+    storeUnits({object});
+    return 0;
+}
+int Repository::retrieve(_ADObject* object) {
+    retrieveUnit(keyOf(object));
+    return 0;
+}
+int Repository::refresh(_ADObject* object) {
+    refreshUnit(object);
+    return 0;
+}
+int Repository::lock(_ADObject* object) {
+    lockUnit(unitKeyOf(object));
+    return 0;
+}
+int Repository::unlock(_ADObject* object) {
+    unlockUnit(unitKeyOf(object), false);
+    return 0;
+}
+int Repository::touch(_ADObject* object) {
+    touchUnit(object);
+    return 0;
+}
+int Repository::deleteFromRepository(_ADObject* object) {
+    deleteUnit(unitKeyOf(object));
+    return 0;
+}
+int Repository::getDeleteList(_ADObject* object, DSModelCollection* into) {
+    for (const ADObject& h : deleteList(object)) into->addLast(h);
+    return 0;
+}
+int Repository::copy(_ADObject* object) {
+    if (copyVersion_.empty())
+        refuse(errNoCopyVersion, "no version to copy " + unitKeyOf(object).text() + " into (setCopyVersion)");
+    copyUnit(unitKeyOf(object), copyVersion_);
+    return 0;
+}
+
+}  // namespace krstore

@@ -1,0 +1,183 @@
+// Repository.h — a repository that persists units: open one by path (or a
+// file: URL), make it the current one, and store, retrieve, refresh, touch,
+// lock, unlock, delete and copy units. Each unit carries a revision; a store of
+// a unit that another program stored meanwhile is refused, and so is a store or
+// delete of a unit locked by another owner. Failures are thrown as KVException*
+// (source "krmwtarn_store") whose message says what happened.
+#pragma once
+
+#include "platform/repository/ADObject.h"
+#include "platform/techobj/DSRepositoryClient.h"
+
+#include <array>
+#include <tuple>
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace krstore {
+
+class Connection;
+class Statement;
+struct Table;
+struct UnitContent;
+
+// Message numbers of the store's KVExceptions.
+enum StoreError : long {
+    errNotARepository = 7001,
+    errDamaged = 7002,
+    errReadOnly = 7003,
+    errFull = 7004,
+    errSchemaVersion = 7005,
+    errCannotOpen = 7006,
+    errBusy = 7007,
+    errStale = 7010,
+    errLocked = 7011,
+    errClaimedTwice = 7012,
+    errNotStored = 7013,
+    errLockNotBroken = 7014,
+    errValueRefused = 7015,
+    errAmbiguous = 7016,
+    errCopyExists = 7017,
+    errNoCopyVersion = 7018,
+    errDatabase = 7020,
+};
+
+// The identity of a unit: its root's class, object ID and version.
+struct UnitKey {
+    std::string className, objID, version;
+    bool operator<(const UnitKey& o) const {
+        return std::tie(className, objID, version) < std::tie(o.className, o.objID, o.version);
+    }
+    std::string text() const;  // "DSDBD HOSPDBD (SAMPLE)"
+};
+
+struct LockOwner {
+    std::string user, host;
+    long pid = 0;
+    std::string text() const;  // "user@host (pid 123)"
+};
+
+struct UnitInfo {
+    long long id = 0;
+    UnitKey key;
+    std::string name;
+    long revision = 0;
+    std::string storedBy, storedAt;
+    bool locked = false;
+    LockOwner lockOwner;
+    std::string lockedAt;
+};
+
+struct OpenOptions {
+    bool create = true;     // make the file when it is missing
+    std::string user;       // lock owner; default $KRMWTARN_USER, then $USER
+    long maxPages = 0;      // size limit in pages (0: none), for tests of a full disk
+};
+
+class Repository final : public DSRepositoryBackend {
+public:
+    // Opens the repository at a path or file: URL.
+    static std::unique_ptr<Repository> open(const std::string& location, const OpenOptions& options = {});
+    ~Repository() override;
+    Repository(const Repository&) = delete;
+    Repository& operator=(const Repository&) = delete;
+
+    // Make this the repository behind the technology objects' unit operations.
+    void makeCurrent();
+    const std::string& location() const noexcept { return location_; }
+    const LockOwner& owner() const noexcept { return owner_; }
+
+    // Store the units of these objects in one transaction (each unit once).
+    void storeUnits(const std::vector<_ADObject*>& objects);
+    // Store every unit of the live registry in one transaction.
+    void storeAll();
+    // Load a unit into the registry; answers its root.
+    ADObject retrieveUnit(const UnitKey& key);
+    // Load every unit of the repository.
+    void retrieveAll();
+    // Reload the unit of an object from the repository, dropping unstored changes.
+    void refreshUnit(_ADObject* object);
+    // Mark the unit of an object changed.
+    void touchUnit(_ADObject* object);
+    // What deleting the unit of an object removes from memory: its objects and
+    // links, and the links of other units that reach them.
+    std::vector<ADObject> deleteList(_ADObject* object);
+
+    // Units in the repository.
+    std::vector<UnitInfo> units();
+    // The unit whose root has this object ID or name (refused when none or several).
+    UnitInfo findUnit(const std::string& nameOrID);
+    void lockUnit(const UnitKey& key);
+    // Releases this owner's lock; `force` breaks another owner's lock whose
+    // process is gone (or runs on another host).
+    void unlockUnit(const UnitKey& key, bool force = false);
+    // Removes a unit from the repository (and, when live, from memory).
+    void deleteUnit(const UnitKey& key);
+    // Copies a stored unit into another version of the repository.
+    void copyUnit(const UnitKey& key, const std::string& toVersion);
+    // The version the technology objects' copy() copies into.
+    void setCopyVersion(std::string version) { copyVersion_ = std::move(version); }
+
+    // The unit key of the unit an object belongs to.
+    UnitKey unitKeyOf(_ADObject* object);
+    // The revision this program last stored or retrieved of a unit (0: none).
+    long knownRevision(const UnitKey& key) const;
+
+    // DSRepositoryBackend
+    int store(_ADObject* object) override;
+    int retrieve(_ADObject* object) override;
+    int refresh(_ADObject* object) override;
+    int lock(_ADObject* object) override;
+    int unlock(_ADObject* object) override;
+    int touch(_ADObject* object) override;
+    int deleteFromRepository(_ADObject* object) override;
+    int getDeleteList(_ADObject* object, DSModelCollection* into) override;
+    int copy(_ADObject* object) override;
+
+    // A link row whose ends are not both live yet.
+    struct LinkRow;
+
+private:
+    Repository(std::unique_ptr<Connection> connection, std::string location, LockOwner owner);
+    void openSchema();
+    void write(std::vector<UnitContent>& units);
+    void load(const std::vector<long long>& unitIDs, bool all, bool refresh);
+    void attachPending();
+    bool attach(LinkRow& row);
+    Statement& statement(const std::string& sql);
+    bool lookupUnit(const UnitKey& key, UnitInfo& into);
+    long long unitHolding(const char* className, const char* objID, const char* version);
+    [[noreturn]] void raise(const std::exception& e, const std::string& doing);
+    void forgetUnit(const UnitKey& key);
+
+    std::unique_ptr<Connection> db_;
+    std::string location_;
+    LockOwner owner_;
+    std::string copyVersion_;
+    std::unordered_map<std::string, std::unique_ptr<Statement>> statements_;
+    // What this program knows of units: the revision it stored or retrieved,
+    // and the roots it retrieved (held so a unit stays live with its session).
+    std::map<UnitKey, long> revisions_;
+    std::map<UnitKey, ADObject> roots_;
+    // Stored positions of retrieved links in their source's and target's roles.
+    std::unordered_map<_ADObject*, std::array<long, 2>> positions_;
+    std::vector<std::unique_ptr<LinkRow>> pending_;
+};
+
+// Opens a repository and makes it the current one; closes it with the scope.
+class CurrentRepository {
+public:
+    explicit CurrentRepository(const std::string& location, const OpenOptions& options = {});
+    ~CurrentRepository();
+    Repository& operator*() const { return *repository_; }
+    Repository* operator->() const { return repository_.get(); }
+
+private:
+    std::unique_ptr<Repository> repository_;
+    DSRepositoryBackend* previous_;
+};
+
+}  // namespace krstore

@@ -1,0 +1,144 @@
+// Schema.cpp — generation of the repository's tables from the class tables:
+// type names map to column types with range checks (string TEXT; boolean, short,
+// ushort and long INTEGER within their ranges; char TEXT of one character).
+#include "store/Schema.h"
+
+#include "platform/repository/DSRegistration.h"
+
+#include <algorithm>
+#include <cstring>
+#include <set>
+
+namespace krstore {
+
+std::string quoted(const std::string& name) { return "\"" + name + "\""; }
+
+namespace {
+
+bool typeOf(const char* name, ColumnType& type) {
+    static const struct {
+        const char* name;
+        ColumnType type;
+    } known[] = {{"string", ColumnType::String}, {"boolean", ColumnType::Boolean}, {"short", ColumnType::Short},
+                 {"ushort", ColumnType::UShort}, {"long", ColumnType::Long},       {"char", ColumnType::Char}};
+    for (const auto& k : known)
+        if (name && std::strcmp(name, k.name) == 0) {
+            type = k.type;
+            return true;
+        }
+    return false;
+}
+
+std::string columnDefinition(const Column& c) {
+    std::string q = quoted(c.name);
+    switch (c.type) {
+        case ColumnType::String: return q + " TEXT";
+        case ColumnType::Boolean: return q + " INTEGER CHECK (" + q + " BETWEEN 0 AND 1)";
+        case ColumnType::Short: return q + " INTEGER CHECK (" + q + " BETWEEN -32768 AND 32767)";
+        case ColumnType::UShort: return q + " INTEGER CHECK (" + q + " BETWEEN 0 AND 65535)";
+        case ColumnType::Long: return q + " INTEGER CHECK (" + q + " BETWEEN -2147483648 AND 2147483647)";
+        case ColumnType::Char: return q + " TEXT CHECK (length(" + q + ") = 1)";
+    }
+    return q;
+}
+
+bool isLinkClass(const _classStruct* c) {
+    for (int depth = 0; c && depth < 32; ++depth) {
+        if (std::strcmp(c->className, "ADLink") == 0) return true;
+        c = c->superclassName ? DSRegistration::findClass(c->superclassName) : nullptr;
+    }
+    return false;
+}
+
+Table tableOf(const _classStruct* cls) {
+    Table t;
+    t.className = cls->className;
+    t.isLink = isLinkClass(cls);
+    std::set<std::string> names = {"obj_id", "version", "unit"};
+    if (t.isLink)
+        for (const char* n : {"source_class", "source_id", "source_pos", "target_class", "target_id", "target_pos"})
+            names.insert(n);
+    // The attribute-table chain: the class's own rows, then its superclass's.
+    const _classStruct* c = cls;
+    for (int depth = 0; c && depth < 32; ++depth) {
+        for (const ADAttributeEntry* row = c->attributes; row && row->name; ++row) {
+            ColumnType type;
+            if ((row->flags & 0xF) != adRowAttribute || !typeOf(row->type, type)) continue;
+            std::string name = row->name;
+            // A name the chain already uses is qualified by the class that declares it.
+            if (!names.insert(name).second) name = std::string(c->className) + "_" + name;
+            names.insert(name);
+            t.columns.push_back({name, type, row});
+        }
+        c = c->superclassName ? DSRegistration::findClass(c->superclassName) : nullptr;
+    }
+
+    std::string q = quoted(t.className);
+    std::string cols = "obj_id, version, unit";
+    std::string def =
+        "obj_id TEXT NOT NULL, version TEXT NOT NULL, unit INTEGER NOT NULL REFERENCES units(unit_id) ON DELETE CASCADE";
+    if (t.isLink) {
+        cols += ", source_class, source_id, source_pos, target_class, target_id, target_pos";
+        def += ", source_class TEXT NOT NULL, source_id TEXT NOT NULL, source_pos INTEGER NOT NULL"
+               ", target_class TEXT NOT NULL, target_id TEXT NOT NULL, target_pos INTEGER NOT NULL";
+    }
+    std::string copyCols = "obj_id, ?, ?";
+    if (t.isLink) copyCols += ", source_class, source_id, source_pos, target_class, target_id, target_pos";
+    for (const Column& col : t.columns) {
+        copyCols += ", " + quoted(col.name);
+        cols += ", " + quoted(col.name);
+        def += ", " + columnDefinition(col);
+    }
+    t.create = "CREATE TABLE " + q + " (" + def + ", PRIMARY KEY (obj_id, version)) WITHOUT ROWID;\n" +
+               "CREATE INDEX " + quoted(t.className + "_unit") + " ON " + q + " (unit);";
+    if (t.isLink)
+        t.create += "\nCREATE INDEX " + quoted(t.className + "_source") + " ON " + q +
+                    " (source_id, version);\nCREATE INDEX " + quoted(t.className + "_target") + " ON " + q +
+                    " (target_id, version);";
+    std::string params = "?";
+    for (std::size_t i = 1; i < static_cast<std::size_t>(t.firstAttribute()) + t.columns.size(); ++i) params += ", ?";
+    t.insert = "INSERT INTO " + q + " (" + cols + ") VALUES (" + params + ")";
+    t.selectAll = "SELECT " + cols + " FROM " + q;
+    t.selectByUnit = t.selectAll + " WHERE unit = ?";
+    t.copyUnit = "INSERT INTO " + q + " (" + cols + ") SELECT " + copyCols + " FROM " + q + " WHERE unit = ?";
+    t.deleteByUnit = "DELETE FROM " + q + " WHERE unit = ?";
+    return t;
+}
+
+}  // namespace
+
+Schema::Schema() {
+    ddl_.push_back(
+        "CREATE TABLE units (unit_id INTEGER PRIMARY KEY, class TEXT NOT NULL, obj_id TEXT NOT NULL,"
+        " version TEXT NOT NULL, name TEXT, revision INTEGER NOT NULL CHECK (revision >= 0),"
+        " stored_by TEXT, stored_at TEXT, lock_user TEXT, lock_host TEXT, lock_pid INTEGER, locked_at TEXT,"
+        " UNIQUE (class, obj_id, version))");
+    // Components that make objects (a factory), in name order: the schema does
+    // not depend on which components loaded first or which only describe classes.
+    std::vector<DSRegistration*> components;
+    for (DSRegistration* r : DSRegistration::all())
+        if (r->factory()) components.push_back(r);
+    std::sort(components.begin(), components.end(), [](DSRegistration* a, DSRegistration* b) {
+        return std::strcmp(a->componentName(), b->componentName()) < 0;
+    });
+    for (DSRegistration* r : components)
+        for (const _classStruct* c = r->classTable(); c && c->className; ++c) {
+            if (byName_.count(c->className)) continue;
+            byName_.emplace(c->className, tables_.size());
+            tables_.push_back(tableOf(c));
+            ddl_.push_back(tables_.back().create);
+        }
+}
+
+const Schema& Schema::current() {
+    static const Schema schema;
+    return schema;
+}
+
+const Table* Schema::table(const char* className) const {
+    if (!className) return nullptr;
+    auto it = byName_.find(className);
+    return it == byName_.end() ? nullptr : &tables_[it->second];
+}
+
+}  // namespace krstore

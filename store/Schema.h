@@ -1,0 +1,67 @@
+// Schema.h — the repository's tables, generated from the registered class
+// tables and attribute tables (nothing is written per class): one table per
+// class with identity and unit columns and one typed column per attribute of
+// its attribute-table chain; a link class's table adds both ends by identity
+// and the link's position in each end's role.
+#pragma once
+
+#include "platform/repository/ADAttributeEntry.h"
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace krstore {
+
+// Value type of an attribute column, from its row's type name.
+enum class ColumnType { String, Boolean, Short, UShort, Long, Char };
+
+struct Column {
+    std::string name;
+    ColumnType type;
+    const ADAttributeEntry* row;
+};
+
+struct Table {
+    std::string className;
+    bool isLink = false;
+    std::vector<Column> columns;  // the attribute columns, in chain order
+    std::string create;           // CREATE TABLE and its unit index
+    std::string insert;           // every column, in column order
+    std::string selectAll;        // every column, every row
+    std::string selectByUnit;     // every column, rows of one unit
+    std::string copyUnit;         // rows of a unit (3rd parameter) into a version (1st) and unit (2nd)
+    std::string deleteByUnit;
+    // Column positions in insert and select: identity first, then the ends.
+    static constexpr int kId = 0, kVersion = 1, kUnit = 2;
+    static constexpr int kSourceClass = 3, kSourceId = 4, kSourcePos = 5;
+    static constexpr int kTargetClass = 6, kTargetId = 7, kTargetPos = 8;
+    int firstAttribute() const noexcept { return isLink ? 9 : 3; }
+};
+
+class Schema {
+public:
+    // The layout this program writes; a repository of another version is refused.
+    static constexpr int kVersion = 1;
+
+    // The schema of every class registered now (built on first use).
+    static const Schema& current();
+
+    // The table of a class, or null.
+    const Table* table(const char* className) const;
+    const std::vector<Table>& tables() const noexcept { return tables_; }
+    // Statements that make the whole schema (the unit table first).
+    const std::vector<std::string>& ddl() const noexcept { return ddl_; }
+
+private:
+    Schema();
+    std::vector<Table> tables_;
+    std::unordered_map<std::string, std::size_t> byName_;
+    std::vector<std::string> ddl_;
+};
+
+// Identifiers in statements are quoted: attribute names are not checked
+// against the SQL keywords.
+std::string quoted(const std::string& name);
+
+}  // namespace krstore

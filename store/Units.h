@@ -1,0 +1,48 @@
+// Units.h — the unit of storage: a topmost controller with every object it
+// controls by the controller rule and the links among them. A link that no end
+// controls belongs to the unit of its source. The positions of each link in
+// both of its ends' roles are taken along, so role order is kept exactly.
+#pragma once
+
+#include <unordered_map>
+#include <vector>
+
+class _ADObject;
+class DSModelCollection;
+struct ADAttributeEntry;
+
+namespace krstore {
+
+// Answers unit roots, remembering every step it took (valid while the graph
+// does not change).
+class UnitResolver {
+public:
+    _ADObject* rootOf(_ADObject* o);
+
+private:
+    _ADObject* stepOf(_ADObject* o);
+    std::unordered_map<_ADObject*, _ADObject*> root_;
+};
+
+struct UnitContent {
+    _ADObject* root = nullptr;
+    std::vector<_ADObject*> objects;  // the root first
+    std::vector<_ADObject*> links;    // links with both ends set
+};
+
+// The unit whose root is `root`, walked from it through every role.
+UnitContent collectUnit(_ADObject* root, UnitResolver& resolver);
+
+// Every unit of the live registry, roots in first-seen order.
+std::vector<UnitContent> collectAllUnits(UnitResolver& resolver);
+
+// Calls f(role row, role) for every role of an object (registered link classes only).
+template <class F>
+void forEachRole(_ADObject* o, F&& f);
+
+// The position of a link in the role of one of its ends (0 source, 1 target), or -1.
+long positionInEnd(_ADObject* link, int end);
+
+}  // namespace krstore
+
+#include "store/Units.inl"

@@ -1,0 +1,253 @@
+// FaultsTest.cpp — bad files and interrupted work: a file that is no
+// repository, a truncated or corrupted one, another schema version, a full
+// disk; a process killed at random points while storing the largest model; two
+// processes storing at once; a lock left by a killed process.
+#include "tests/store/StoreTestSupport.h"
+
+#include <sqlite3.h>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <fstream>
+#include <random>
+#include <thread>
+
+namespace {
+// Runs one SQL statement on the file and answers the first column of the first row.
+std::string sql(const std::string& path, const std::string& statement) {
+    sqlite3* db = nullptr;
+    sqlite3_open(path.c_str(), &db);
+    sqlite3_stmt* s = nullptr;
+    std::string answer;
+    if (sqlite3_prepare_v2(db, statement.c_str(), -1, &s, nullptr) == SQLITE_OK && sqlite3_step(s) == SQLITE_ROW &&
+        sqlite3_column_text(s, 0))
+        answer = reinterpret_cast<const char*>(sqlite3_column_text(s, 0));
+    sqlite3_finalize(s);
+    sqlite3_close(db);
+    return answer;
+}
+}  // namespace
+
+TEST_F(StoreTest, AFileThatIsNoRepositoryIsRefused) {
+    std::ofstream(path_) << "DBD NAME=HOSPDBD,ACCESS=HIDAM\n" << std::string(5000, 'x');
+    EXPECT_EQ(refusal([&] { open(); }), path_ + " is not a KRMWTARN repository (not a database file)");
+    std::filesystem::remove(path_);
+    sql(path_, "CREATE TABLE accounts (id INTEGER)");
+    EXPECT_EQ(refusal([&] { open(); }), path_ + " is not a KRMWTARN repository (a database of another kind)");
+    EXPECT_EQ(refusal([&] { krstore::OpenOptions o; o.create = false; krstore::Repository::open(path_ + ".none", o); })
+                  .rfind("cannot open repository " + path_ + ".none", 0),
+              0u);
+}
+
+TEST_F(StoreTest, AnotherSchemaVersionIsRefused) {
+    open();
+    sql(path_, "PRAGMA user_version = 99");
+    EXPECT_EQ(refusal([&] { open(); }),
+              "repository " + path_ + " has schema version 99; this program reads version 1");
+}
+
+TEST_F(StoreTest, TruncatedAndCorruptedFilesAreReportedAsDamaged) {
+    {
+        sample::Model m = sample::build();
+        open()->storeAll();
+    }
+    DSRegistrar::releaseAll();
+    auto size = std::filesystem::file_size(path_);
+    std::filesystem::copy_file(path_, path_ + ".good");
+    std::filesystem::resize_file(path_, size / 2);
+    std::string truncated = refusal([&] { open()->retrieveAll(); });
+    EXPECT_EQ(truncated.rfind("repository " + path_ + " is damaged (truncated or corrupted)", 0), 0u) << truncated;
+    DSRegistrar::releaseAll();
+    // Garbage over the pages past the first: the header still reads.
+    std::filesystem::copy_file(path_ + ".good", path_, std::filesystem::copy_options::overwrite_existing);
+    {
+        std::fstream f(path_, std::ios::in | std::ios::out | std::ios::binary);
+        f.seekp(4096);
+        std::string junk(static_cast<size_t>(size) - 8192, '\x5a');
+        f.write(junk.data(), static_cast<std::streamsize>(junk.size()));
+    }
+    std::string corrupted = refusal([&] { open()->retrieveAll(); });
+    EXPECT_NE(corrupted.find(" is damaged (truncated or corrupted)"), std::string::npos) << corrupted;
+}
+
+TEST_F(StoreTest, AFullDiskLosesNothingStoredBefore) {
+    nlohmann::json expected;
+    {
+        sample::Model m = sample::build();
+        expected = storetest::documents();
+        open()->storeAll();
+    }
+    DSRegistrar::releaseAll();
+    long pages = std::stol(sql(path_, "PRAGMA page_count"));
+    {
+        storetest::buildLargest("V1", 50);
+        krstore::OpenOptions limited;
+        limited.maxPages = pages + 4;
+        auto r = open(limited);
+        std::string message = refusal([&] { r->storeAll(); });
+        EXPECT_EQ(message, "repository " + path_ + ": the disk is full: store was not done; what was stored before is kept");
+        EXPECT_EQ(DSRegistrar::count() > 0, true);  // memory as it was
+    }
+    DSRegistrar::releaseAll();
+    EXPECT_EQ(sql(path_, "PRAGMA integrity_check"), "ok");
+    auto r = open();
+    r->retrieveAll();
+    EXPECT_EQ(storetest::documents(), expected);
+    EXPECT_EQ(r->units().size(), 14u);
+}
+
+TEST_F(StoreTest, AReadOnlyRepositoryIsReadButNotWritten) {
+    {
+        sample::Model m = sample::build();
+        open()->storeAll();
+    }
+    DSRegistrar::releaseAll();
+    if (geteuid() == 0) {
+        // Root writes any file: read it as an unprivileged user instead.
+        std::filesystem::permissions(dir_, std::filesystem::perms::all);
+        std::filesystem::permissions(path_, std::filesystem::perms::owner_read | std::filesystem::perms::group_read |
+                                                std::filesystem::perms::others_read);
+        std::string out;
+        int status = probe("", &out);  // the probe runs at all
+        (void)status;
+        if (std::system("command -v setpriv >/dev/null") != 0) GTEST_SKIP() << "setpriv is missing";
+        std::string as = "setpriv --reuid=65534 --regid=65534 --clear-groups ";
+        std::string command = as + STORE_PROBE + " store-sample " + path_ + " 2>&1";
+        FILE* p = popen(command.c_str(), "r");
+        char buffer[4096];
+        size_t n;
+        out.clear();
+        while ((n = fread(buffer, 1, sizeof buffer, p)) > 0) out.append(buffer, n);
+        int code = pclose(p);
+        EXPECT_EQ(WEXITSTATUS(code), 3) << out;
+        EXPECT_EQ(out, "repository " + path_ + " is read-only: cannot store\n");
+        command = as + STORE_PROBE + " export " + path_ + " 2>&1 >/dev/null";
+        EXPECT_EQ(std::system(command.c_str()), 0);
+        return;
+    }
+    std::filesystem::permissions(path_, std::filesystem::perms::owner_read);
+    sample::Model m = sample::build();
+    auto r = open();
+    r->retrieveAll();
+    EXPECT_EQ(refusal([&] { r->storeAll(); }), "repository " + path_ + " is read-only: cannot store");
+}
+
+// Stores of the largest model, killed at random moments: the file stays
+// sound and every unit holds one whole revision (the loop writes the revision
+// number into every segment and SENSEG of every unit it stores).
+TEST_F(StoreTest, KilledDuringStoresEveryUnitStaysAtAStoredRevision) {
+    const char* env = std::getenv("KRMWTARN_KILL_PCBS");
+    std::string pcbs = env ? env : "300";
+    std::string out;
+    ASSERT_EQ(probe("store-largest " + path_ + " " + pcbs, &out), 0) << out;
+    std::mt19937 random(20240601);
+    for (int round = 0; round < 4; ++round) {
+        pid_t child = fork();
+        if (child == 0) {
+            int null = ::open("/dev/null", O_WRONLY);
+            dup2(null, 1);
+            execl(STORE_PROBE, STORE_PROBE, "restore-loop", path_.c_str(), static_cast<char*>(nullptr));
+            _exit(127);
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(500 + random() % 2500));
+        kill(child, SIGKILL);
+        int status = 0;
+        waitpid(child, &status, 0);
+        ASSERT_TRUE(WIFSIGNALED(status));
+        ASSERT_EQ(sql(path_, "PRAGMA integrity_check"), "ok");
+        // One value per unit, and it is the unit's revision (revision 1 holds none).
+        EXPECT_EQ(sql(path_,
+                      "SELECT count(*) FROM (SELECT unit FROM DSSegment GROUP BY unit"
+                      " HAVING count(DISTINCT coalesce(frequency, '1')) <> 1)"),
+                  "0");
+        EXPECT_EQ(sql(path_,
+                      "SELECT count(*) FROM DSSegment s JOIN units u ON s.unit = u.unit_id"
+                      " WHERE coalesce(s.frequency, '1') <> CAST(u.revision AS TEXT)"),
+                  "0");
+        EXPECT_EQ(sql(path_,
+                      "SELECT count(*) FROM DSSenSegment s JOIN units u ON s.unit = u.unit_id"
+                      " WHERE coalesce(s.procoptSENSEG, '1') <> CAST(u.revision AS TEXT)"),
+                  "0");
+        EXPECT_EQ(sql(path_, "SELECT count(*) FROM DSSenSegment"), std::to_string(std::stoi(pcbs) * 12));
+    }
+    std::cout << "revision after the kills: " << sql(path_, "SELECT max(revision) FROM units") << "\n";
+}
+
+TEST_F(StoreTest, TwoProcessesStoringAtOnce) {
+    {
+        sample::Model m = sample::build();
+        open()->storeAll();
+    }
+    DSRegistrar::releaseAll();
+    std::string go = (dir_ / "go").string();
+    auto run = [&](const std::string& unit, std::string& out, int& status) {
+        status = probe("store-after " + path_ + " " + unit + " " + go, &out);
+    };
+    // Different units: both land.
+    {
+        std::string a, b;
+        int sa = -1, sb = -1;
+        std::thread ta(run, "HOSPDBD", std::ref(a), std::ref(sa)), tb(run, "HOSPPSB", std::ref(b), std::ref(sb));
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        std::ofstream(go).put('\n');
+        ta.join();
+        tb.join();
+        EXPECT_EQ(sa, 0) << a;
+        EXPECT_EQ(sb, 0) << b;
+        auto r = open();
+        EXPECT_EQ(r->findUnit("HOSPDBD").revision, 2);
+        EXPECT_EQ(r->findUnit("HOSPPSB").revision, 2);
+    }
+    std::filesystem::remove(go);
+    // The same unit: exactly one wins, the other is told it was stored meanwhile.
+    {
+        std::string a, b;
+        int sa = -1, sb = -1;
+        std::thread ta(run, "HOSPDBD", std::ref(a), std::ref(sa)), tb(run, "HOSPDBD", std::ref(b), std::ref(sb));
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        std::ofstream(go).put('\n');
+        ta.join();
+        tb.join();
+        EXPECT_EQ((sa == 0) + (sb == 0), 1) << a << b;
+        const std::string& loser = sa == 0 ? b : a;
+        EXPECT_NE(loser.find("was stored meanwhile by"), std::string::npos) << loser;
+        EXPECT_EQ(open()->findUnit("HOSPDBD").revision, 3);
+    }
+}
+
+TEST_F(StoreTest, ALockOfAKilledProcessIsReportedAndBrokenWithForce) {
+    {
+        sample::Model m = sample::build();
+        open()->storeAll();
+    }
+    DSRegistrar::releaseAll();
+    int fds[2];
+    ASSERT_EQ(pipe(fds), 0);
+    pid_t child = fork();
+    if (child == 0) {
+        dup2(fds[1], 1);
+        setenv("KRMWTARN_USER", "carol", 1);
+        execl(STORE_PROBE, STORE_PROBE, "lock-and-wait", path_.c_str(), "HOSPPSB", static_cast<char*>(nullptr));
+        _exit(127);
+    }
+    close(fds[1]);
+    char buffer[16] = {};
+    ASSERT_GT(read(fds[0], buffer, sizeof buffer - 1), 0);
+    close(fds[0]);
+    EXPECT_STREQ(buffer, "locked\n");
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    auto r = open();
+    krstore::UnitInfo u = r->findUnit("HOSPPSB");
+    ASSERT_TRUE(u.locked);
+    EXPECT_EQ(u.lockOwner.user, "carol");
+    EXPECT_EQ(u.lockOwner.pid, static_cast<long>(child));
+    std::string out;
+    EXPECT_EQ(probe("unlock " + path_ + " HOSPPSB", &out), 3);
+    EXPECT_NE(out.find("unit DSPSB HOSPPSB (SAMPLE) is locked by carol@"), std::string::npos) << out;
+    EXPECT_NE(out.find("(pid " + std::to_string(child) + ")"), std::string::npos) << out;
+    EXPECT_EQ(probe("unlock " + path_ + " HOSPPSB --force", &out), 0) << out;
+    EXPECT_FALSE(r->findUnit("HOSPPSB").locked);
+}

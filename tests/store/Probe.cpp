@@ -1,0 +1,121 @@
+// Probe.cpp — the second process of the store tests. Each command opens the
+// repository given, does one thing, prints what it did on standard output and
+// a refusal's message on standard error (exit status 3 for a refusal).
+//   store-sample PATH          build the sample and store every unit
+//   export PATH                retrieve every unit and print the documents
+//   store-largest PATH PCBS    build the largest model and store every unit
+//   restore-loop PATH          retrieve every unit, then store them again and
+//                              again, each time with the next revision written
+//                              into every segment and SENSEG ("stored R")
+//   store-after PATH NAME GO   retrieve every unit, change the named unit's
+//                              root, wait for the file GO, store that unit
+//   lock-and-wait PATH NAME    lock a unit, print "locked", wait to be killed
+//   unlock PATH NAME [--force] unlock a unit
+#include "store/Repository.h"
+#include "tests/store/StoreSupport.h"
+#include "tools/sample/SampleModel.h"
+
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <iostream>
+#include <thread>
+
+#include <sys/stat.h>
+
+namespace {
+
+using krstore::Repository;
+
+void retrieveAll(Repository& r) { r.retrieveAll(); }
+
+krstore::OpenOptions existing() {
+    krstore::OpenOptions o;
+    o.create = false;
+    return o;
+}
+
+int run(int argc, char** argv) {
+    std::string command = argv[1], path = argv[2];
+    if (command == "store-sample") {
+        sample::Model m = sample::build();
+        auto r = Repository::open(path);
+        r->storeAll();
+        std::cout << "stored " << r->units().size() << " units\n";
+        return 0;
+    }
+    if (command == "export") {
+        auto r = Repository::open(path, existing());
+        retrieveAll(*r);
+        std::cout << storetest::documents().dump(1) << "\n";
+        return 0;
+    }
+    if (command == "store-largest") {
+        storetest::buildLargest("V1", argc > 3 ? std::atoi(argv[3]) : 2500);
+        auto r = Repository::open(path);
+        r->storeAll();
+        std::cout << "stored " << r->units().size() << " units\n";
+        return 0;
+    }
+    if (command == "restore-loop") {
+        auto r = Repository::open(path, existing());
+        retrieveAll(*r);
+        for (;;) {
+            long next = r->knownRevision({"DSDBD", "BIGDBD", "V1"}) + 1;
+            std::string value = std::to_string(next);
+            DSRegistrar::forEach([&](_ADObject* o) {
+                if (!std::strcmp(o->whoAmI(), "DSSegment"))
+                    static_cast<_DSSegment*>(o)->_set_frequency(value.c_str(), omStore | omSetChanged);
+                if (!std::strcmp(o->whoAmI(), "DSSenSegment"))
+                    static_cast<_DSSenSegment*>(o)->_set_procoptSENSEG(value.c_str(), omStore | omSetChanged);
+            });
+            r->storeAll();
+            std::cout << "stored " << next << std::endl;
+        }
+    }
+    if (command == "store-after") {
+        auto r = Repository::open(path, existing());
+        retrieveAll(*r);
+        krstore::UnitInfo u = r->findUnit(argv[3]);
+        ADObject root(DSRegistrar::findObj(u.key.className.c_str(), u.key.objID.c_str(), u.key.version.c_str()));
+        root->_set_adName(std::to_string(getpid()).c_str(), omStore | omSetChanged);
+        struct stat st;
+        while (stat(argv[4], &st) != 0) std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        r->storeUnits({root.impl()});
+        std::cout << "stored " << u.key.text() << "\n";
+        return 0;
+    }
+    if (command == "lock-and-wait") {
+        auto r = Repository::open(path, existing());
+        r->lockUnit(r->findUnit(argv[3]).key);
+        std::cout << "locked" << std::endl;
+        for (;;) std::this_thread::sleep_for(std::chrono::seconds(1));
+    }
+    if (command == "unlock") {
+        auto r = Repository::open(path, existing());
+        r->unlockUnit(r->findUnit(argv[3]).key, argc > 4 && !std::strcmp(argv[4], "--force"));
+        std::cout << "unlocked\n";
+        return 0;
+    }
+    std::cerr << "store_probe: unknown command " << command << "\n";
+    return 2;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 3) {
+        std::cerr << "usage: store_probe COMMAND PATH [ARGS]\n";
+        return 2;
+    }
+    int status;
+    try {
+        status = run(argc, argv);
+    } catch (KVException* e) {
+        std::cerr << e->text(0) << "\n";
+        delete e;
+        status = 3;
+    }
+    DSRegistrar::releaseAll();
+    return status;
+}
