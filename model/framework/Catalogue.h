@@ -51,14 +51,6 @@ using SuperHandle = typename ClassRow<C>::SuperHandle;
 template <class C>
 using SuperImpl = typename ClassRow<C>::SuperImpl;
 
-// One end's cardinality mirrors the other's: 1:1 with 1:1, one-to-many with
-// many-to-one, m:n with m:n.
-constexpr bool cardinalitiesMirror(std::uint32_t sourceFlags, std::uint32_t targetFlags) noexcept {
-    std::uint32_t s = sourceFlags & 0xF000, t = targetFlags & 0xF000;
-    std::uint32_t mirror = s == adFlagOneToMany ? adFlagManyToOne : s == adFlagManyToOne ? adFlagOneToMany : s;
-    return s != 0 && t == mirror;
-}
-
 // A link class's row of links.def (empty for any other class).
 template <class L>
 struct LinkRow {};
@@ -76,7 +68,7 @@ struct LinkRow {};
                       #C ": end rows are flagged 0x1 (source) and 0x5 (target)");        \
         static_assert(!(((SF) & adFlagControlling) && ((TF) & adFlagControlling)),        \
                       #C ": at most one end controls");                                 \
-        static_assert(cardinalitiesMirror(SF, TF), #C ": the ends' cardinalities must mirror"); \
+        static_assert(adCardinalitiesMirror(SF, TF), #C ": the ends' cardinalities must mirror"); \
     };
 #include "model/links/links.def"
 
@@ -107,6 +99,24 @@ template <class C, class = void>
 constexpr bool isLinkClass = false;
 template <class C>
 constexpr bool isLinkClass<C, std::void_t<typename LinkRow<C>::Impl>> = true;
+
+// No two link ends put a role of one name on one class: each role row joins
+// one end of one link.
+constexpr bool endsHoldDistinctRoles() noexcept {
+    const ADLinkFacts* links[] = {
+#define KR_LINK(C, ...) &LinkRow<C>::facts,
+#include "model/links/links.def"
+    };
+    for (const ADLinkFacts* a : links)
+        for (const ADLinkFacts* b : links)
+            for (int i = 0; i < 2; ++i)
+                for (int j = 0; j < 2; ++j)
+                    if ((a != b || i != j) && std::string_view(a->endClass[i]) == b->endClass[j] &&
+                        std::string_view(a->endRole[i]) == b->endRole[j])
+                        return false;
+    return true;
+}
+static_assert(endsHoldDistinctRoles(), "links.def puts one role name on one class at two link ends");
 
 constexpr int objectClassCount = 0
 #define KR_OBJECT_CLASS(C, SUPER) +1

@@ -108,6 +108,24 @@ struct ADLinkFacts {
     std::uint32_t endFlags[2];
 };
 
+// One end's cardinality mirrors the other's: 1:1 with 1:1, one-to-many with
+// many-to-one, m:n with m:n.
+constexpr bool adCardinalitiesMirror(std::uint32_t sourceFlags, std::uint32_t targetFlags) noexcept {
+    std::uint32_t s = sourceFlags & 0xF000, t = targetFlags & 0xF000;
+    std::uint32_t mirror = s == adFlagOneToMany ? adFlagManyToOne : s == adFlagManyToOne ? adFlagOneToMany : s;
+    return s != 0 && t == mirror;
+}
+
+// What every catalogue row must satisfy: end rows flagged 0x1 and 0x5, two
+// role names, only the source ordered, at most one end controlling, mirrored
+// cardinalities.
+constexpr bool adLinkWellFormed(const ADLinkFacts& link) noexcept {
+    std::uint32_t s = link.endFlags[adSource], t = link.endFlags[adTarget];
+    return (s & 0xF) == adRowLinkSource && (t & 0xF) == adRowLinkTarget &&
+           std::string_view(link.endRole[adSource]) != link.endRole[adTarget] && !(t & adFlagOrdered) &&
+           !((s & adFlagControlling) && (t & adFlagControlling)) && adCardinalitiesMirror(s, t);
+}
+
 // A role row's flags: its end row's flags and the role bit.
 constexpr std::uint32_t adRoleFlags(std::uint32_t endFlags) noexcept { return endFlags | adFlagRole; }
 
@@ -139,6 +157,25 @@ constexpr ADAttributeEntry adAttributeRow(const char* name, const char* type, st
 constexpr ADAttributeEntry adRoleRow(const ADLinkFacts& link, int end, ADGetter getter) noexcept {
     return ADAttributeEntry{link.endRole[end], link.endRole[1 - end], link.endClass[1 - end], 4, link.name,
                             getter, ADSetter{}, 0, adRoleFlags(link.endFlags[end])};
+}
+
+// A role that a link of another component joins, as the class holding it
+// states it: its name and getter. The component whose catalogue states the
+// link describes the rest when it loads (adDescribeRole).
+constexpr ADAttributeEntry adForeignRoleRow(const char* name, ADGetter getter) noexcept {
+    return ADAttributeEntry{name, nullptr, nullptr, 4, nullptr, getter, ADSetter{}, 0, 0};
+}
+
+// Describe a foreign role row from the link that joins it: everything
+// adRoleRow says but the name, the getter and the setter, which stay the
+// holding class's.
+inline void adDescribeRole(ADAttributeEntry& row, const ADLinkFacts& link, int end) noexcept {
+    ADAttributeEntry described = adRoleRow(link, end, ADGetter{});
+    row.inverse = described.inverse;
+    row.type = described.type;
+    row.width = described.width;
+    row.extra = described.extra;
+    row.flags = described.flags;
 }
 
 // The "source" or "target" row of a link class: the role that joins it at
