@@ -36,12 +36,12 @@ namespace kr {
 // An object class's row of classes.def (empty for any other class).
 template <class C>
 struct ClassRow {};
-#define KR_OBJECT_CLASS(C, SUPER)                          \
-    template <>                                            \
-    struct ClassRow<C> {                                   \
-        using SuperHandle = SUPER;                         \
-        using SuperImpl = _##SUPER;                        \
-        static constexpr const char* superName = #SUPER;   \
+#define KR_OBJECT_CLASS(C, SUPER)                        \
+    template <>                                          \
+    struct ClassRow<C> {                                 \
+        using SuperHandle = SUPER;                       \
+        using SuperImpl = _##SUPER;                      \
+        static constexpr const char* superName = #SUPER; \
     };
 #include "model/framework/classes.def"
 
@@ -54,21 +54,20 @@ using SuperImpl = typename ClassRow<C>::SuperImpl;
 // A link class's row of links.def (empty for any other class).
 template <class L>
 struct LinkRow {};
-#define KR_LINK(C, S, SR, T, TR, SF, TF)                                                  \
-    template <>                                                                           \
-    struct LinkRow<C> {                                                                   \
-        using Impl = _##C;                                                                \
-        using Source = S;                                                                 \
-        using Target = T;                                                                 \
-        static constexpr ADLinkFacts facts{#C, {#S, #T}, {#SR, #TR}, {SF, TF}};           \
-        static constexpr bool ordered = ((SF)&adFlagOrdered) != 0;                        \
-        static_assert(std::string_view(#SR) != #TR, #C ": the two ends' roles need two names"); \
-        static_assert(((TF)&adFlagOrdered) == 0, #C ": only the source end may be ordered"); \
-        static_assert(((SF)&0xF) == adRowLinkSource && ((TF)&0xF) == adRowLinkTarget,     \
-                      #C ": end rows are flagged 0x1 (source) and 0x5 (target)");        \
-        static_assert(!(((SF) & adFlagControlling) && ((TF) & adFlagControlling)),        \
-                      #C ": at most one end controls");                                 \
-        static_assert(adCardinalitiesMirror(SF, TF), #C ": the ends' cardinalities must mirror"); \
+#define KR_LINK(C, S, SR, T, TR, SF, TF)                                                                         \
+    template <>                                                                                                  \
+    struct LinkRow<C> {                                                                                          \
+        using Impl = _##C;                                                                                       \
+        using Source = S;                                                                                        \
+        using Target = T;                                                                                        \
+        static constexpr ADLinkFacts facts{#C, {#S, #T}, {#SR, #TR}, {SF, TF}};                                  \
+        static constexpr bool ordered = ((SF)&adFlagOrdered) != 0;                                               \
+        static_assert(std::string_view(#SR) != #TR, #C ": the two ends' roles need two names");                  \
+        static_assert(((TF)&adFlagOrdered) == 0, #C ": only the source end may be ordered");                     \
+        static_assert(((SF)&0xF) == adRowLinkSource && ((TF)&0xF) == adRowLinkTarget,                            \
+                      #C ": end rows are flagged 0x1 (source) and 0x5 (target)");                                \
+        static_assert(!(((SF)&adFlagControlling) && ((TF)&adFlagControlling)), #C ": at most one end controls"); \
+        static_assert(adCardinalitiesMirror(SF, TF), #C ": the ends' cardinalities must mirror");                \
     };
 #include "model/links/links.def"
 

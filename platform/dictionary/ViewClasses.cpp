@@ -25,9 +25,10 @@ consteval ADAttributeEntry role(const char* link, const char* name, const char* 
     return adRoleRow(adDictionaryLinks[adDictionaryLinkIndex(link)], end, ADGetter{});
 }
 // The two end rows of a dictionary link, with their reserved words.
-#define KR_END_ROWS(LINK, WORD)                                                                             \
+#define KR_END_ROWS(LINK, WORD)                                                                                  \
     adEndRow(adDictionaryLinks[adDictionaryLinkIndex(LINK)], adSource, &rowWords[WORD], ADGetter{}, ADSetter{}), \
-        adEndRow(adDictionaryLinks[adDictionaryLinkIndex(LINK)], adTarget, &rowWords[(WORD) + 1], ADGetter{}, ADSetter{})
+        adEndRow(adDictionaryLinks[adDictionaryLinkIndex(LINK)], adTarget, &rowWords[(WORD) + 1], ADGetter{},    \
+                 ADSetter{})
 
 // An annotation text belongs to one annotated part; a part has any number.
 constinit ADAttributeEntry annotationText[] = {

@@ -155,8 +155,15 @@ constexpr ADAttributeEntry adAttributeRow(const char* name, const char* type, st
 // that end; the inverse role and the class at the far end; the link class;
 // the end row's flags with the role bit.
 constexpr ADAttributeEntry adRoleRow(const ADLinkFacts& link, int end, ADGetter getter) noexcept {
-    return ADAttributeEntry{link.endRole[end], link.endRole[1 - end], link.endClass[1 - end], 4, link.name,
-                            getter, ADSetter{}, 0, adRoleFlags(link.endFlags[end])};
+    return ADAttributeEntry{link.endRole[end],
+                            link.endRole[1 - end],
+                            link.endClass[1 - end],
+                            4,
+                            link.name,
+                            getter,
+                            ADSetter{},
+                            0,
+                            adRoleFlags(link.endFlags[end])};
 }
 
 // A role that a link of another component joins, as the class holding it
@@ -182,6 +189,13 @@ inline void adDescribeRole(ADAttributeEntry& row, const ADLinkFacts& link, int e
 // that end, the class there, its reserved word, accessors and flags.
 constexpr ADAttributeEntry adEndRow(const ADLinkFacts& link, int end, const void* word, ADGetter getter,
                                     ADSetter setter) noexcept {
-    return ADAttributeEntry{end == adSource ? "source" : "target", link.endRole[end], link.endClass[end], 4, word,
-                            getter, setter, 0, link.endFlags[end]};
+    return ADAttributeEntry{end == adSource ? "source" : "target",
+                            link.endRole[end],
+                            link.endClass[end],
+                            4,
+                            word,
+                            getter,
+                            setter,
+                            0,
+                            link.endFlags[end]};
 }

@@ -110,7 +110,8 @@ TEST(Catalogue, AttributeTableChainFollowsTheClassTable) {
         ASSERT_TRUE(h && !h->isEmpty());
         _ADObject* impl = h->impl();
         ADAttributeEntry* t = impl->nextAttributeTable(nullptr);
-        for (const _classStruct* s = c; s; s = s->superclassName ? DSRegistration::findClass(s->superclassName) : nullptr) {
+        for (const _classStruct* s = c; s;
+             s = s->superclassName ? DSRegistration::findClass(s->superclassName) : nullptr) {
             // A class without rows of its own (DSTechnologyObject) may hand straight on.
             if (!s->attributes[0].name && t != s->attributes) continue;
             ASSERT_EQ(t, s->attributes) << c->className << " at " << s->className;
