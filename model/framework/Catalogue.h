@@ -7,6 +7,7 @@
 
 #include "platform/repository/ADAttributeEntry.h"
 
+#include <iterator>
 #include <string_view>
 #include <type_traits>
 
@@ -36,12 +37,11 @@ namespace kr {
 // An object class's row of classes.def (empty for any other class).
 template <class C>
 struct ClassRow {};
-#define KR_OBJECT_CLASS(C, SUPER)                        \
-    template <>                                          \
-    struct ClassRow<C> {                                 \
-        using SuperHandle = SUPER;                       \
-        using SuperImpl = _##SUPER;                      \
-        static constexpr const char* superName = #SUPER; \
+#define KR_OBJECT_CLASS(C, SUPER)   \
+    template <>                     \
+    struct ClassRow<C> {            \
+        using SuperHandle = SUPER;  \
+        using SuperImpl = _##SUPER; \
     };
 #include "model/framework/classes.def"
 
@@ -54,20 +54,18 @@ using SuperImpl = typename ClassRow<C>::SuperImpl;
 // A link class's row of links.def (empty for any other class).
 template <class L>
 struct LinkRow {};
-#define KR_LINK(C, S, SR, T, TR, SF, TF)                                                                         \
-    template <>                                                                                                  \
-    struct LinkRow<C> {                                                                                          \
-        using Impl = _##C;                                                                                       \
-        using Source = S;                                                                                        \
-        using Target = T;                                                                                        \
-        static constexpr ADLinkFacts facts{#C, {#S, #T}, {#SR, #TR}, {SF, TF}};                                  \
-        static constexpr bool ordered = ((SF)&adFlagOrdered) != 0;                                               \
-        static_assert(std::string_view(#SR) != #TR, #C ": the two ends' roles need two names");                  \
-        static_assert(((TF)&adFlagOrdered) == 0, #C ": only the source end may be ordered");                     \
-        static_assert(((SF)&0xF) == adRowLinkSource && ((TF)&0xF) == adRowLinkTarget,                            \
-                      #C ": end rows are flagged 0x1 (source) and 0x5 (target)");                                \
-        static_assert(!(((SF)&adFlagControlling) && ((TF)&adFlagControlling)), #C ": at most one end controls"); \
-        static_assert(adCardinalitiesMirror(SF, TF), #C ": the ends' cardinalities must mirror");                \
+#define KR_LINK(C, S, SR, T, TR, SF, TF)                                        \
+    template <>                                                                 \
+    struct LinkRow<C> {                                                         \
+        using Impl = _##C;                                                      \
+        using Source = S;                                                       \
+        using Target = T;                                                       \
+        static constexpr ADLinkFacts facts{#C, {#S, #T}, {#SR, #TR}, {SF, TF}}; \
+        static constexpr bool ordered = ((SF)&adFlagOrdered) != 0;              \
+        static_assert(adLinkWellFormed(facts), #C                               \
+                      " in links.def: end rows flagged 0x1 and 0x5, "           \
+                      "two role names, only the source ordered, at most "       \
+                      "one end controlling, mirrored cardinalities");           \
     };
 #include "model/links/links.def"
 
@@ -102,17 +100,16 @@ constexpr bool isLinkClass<C, std::void_t<typename LinkRow<C>::Impl>> = true;
 // No two link ends put a role of one name on one class: each role row joins
 // one end of one link.
 constexpr bool endsHoldDistinctRoles() noexcept {
-    const ADLinkFacts* links[] = {
-#define KR_LINK(C, ...) &LinkRow<C>::facts,
+    const ADLinkFacts links[] = {
+#define KR_LINK(C, ...) LinkRow<C>::facts,
 #include "model/links/links.def"
     };
-    for (const ADLinkFacts* a : links)
-        for (const ADLinkFacts* b : links)
-            for (int i = 0; i < 2; ++i)
-                for (int j = 0; j < 2; ++j)
-                    if ((a != b || i != j) && std::string_view(a->endClass[i]) == b->endClass[j] &&
-                        std::string_view(a->endRole[i]) == b->endRole[j])
-                        return false;
+    constexpr int ends = 2 * static_cast<int>(std::size(links));
+    for (int a = 0; a < ends; ++a)
+        for (int b = a + 1; b < ends; ++b)
+            if (std::string_view(links[a / 2].endClass[a % 2]) == links[b / 2].endClass[b % 2] &&
+                std::string_view(links[a / 2].endRole[a % 2]) == links[b / 2].endRole[b % 2])
+                return false;
     return true;
 }
 static_assert(endsHoldDistinctRoles(), "links.def puts one role name on one class at two link ends");

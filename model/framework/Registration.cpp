@@ -78,7 +78,8 @@ namespace {
 template <class L, int End, class Impl>
 void describeForeignRole([[maybe_unused]] int row) {
     using E = kr::EndClass<L, End>;
-    if constexpr (!kr::isObjectClass<E> && !kr::isLinkClass<E>) adDescribeRole(Impl::table[row], kr::LinkRow<L>::facts, End);
+    if constexpr (!kr::isObjectClass<E> && !kr::isLinkClass<E>)
+        adDescribeRole(Impl::table[row], kr::LinkRow<L>::facts, End);
 }
 
 bool describeForeignRoles() {

@@ -38,8 +38,8 @@
 // but the getters, so it cannot undo (nor be undone by) the description of
 // the foreign rows that the component owning those links writes at its load,
 // whichever of the two runs first.
-#define KR_DICTIONARY_OWN_ROW(C, R, LINK)                                                                  \
-    adRoleRow(adDictionaryLinks[adDictionaryLinkIndex(#LINK)], adDictionaryRoleEnd(#LINK, #R, #C), ADGetter{}),
+#define KR_DICTIONARY_OWN_ROW(C, R, LINK) \
+    adRoleRow(adDictionaryLink(#LINK), adDictionaryRoleEnd(#LINK, #R, #C), ADGetter{}),
 #define KR_DICTIONARY_FOREIGN_ROW(C, R) adForeignRoleRow(#R, ADGetter{}),
 
 KR_DICTIONARY_CLASSES(KR_DEFINE_DICTIONARY_CLASS)

@@ -16,19 +16,17 @@ std::int32_t rowWords[30];
 constexpr ADAttributeEntry attribute(const char* name, const char* type, std::int32_t width, int word) {
     return adAttributeRow(name, type, width, &rowWords[word], ADGetter{}, ADSetter{}, adRowAttribute);
 }
-// The role that a dictionary link joins at class `holder`, from the link's row
-// of DictionaryLinks.def; a role the catalogue does not put there does not
-// compile.
-consteval ADAttributeEntry role(const char* link, const char* name, const char* holder) {
-    int end = adDictionaryRoleEnd(link, name, holder);
+// The role that a dictionary link joins at class `holder`; a role the
+// catalogue does not put there does not compile.
+consteval ADAttributeEntry role(const char* linkName, const char* name, const char* holder) {
+    int end = adDictionaryRoleEnd(linkName, name, holder);
     if (end < 0) throw "DictionaryLinks.def puts no such role of that link on that class";
-    return adRoleRow(adDictionaryLinks[adDictionaryLinkIndex(link)], end, ADGetter{});
+    return adRoleRow(adDictionaryLink(linkName), end, ADGetter{});
 }
 // The two end rows of a dictionary link, with their reserved words.
-#define KR_END_ROWS(LINK, WORD)                                                                                  \
-    adEndRow(adDictionaryLinks[adDictionaryLinkIndex(LINK)], adSource, &rowWords[WORD], ADGetter{}, ADSetter{}), \
-        adEndRow(adDictionaryLinks[adDictionaryLinkIndex(LINK)], adTarget, &rowWords[(WORD) + 1], ADGetter{},    \
-                 ADSetter{})
+#define KR_END_ROWS(LINK, WORD)                                                          \
+    adEndRow(adDictionaryLink(LINK), adSource, &rowWords[WORD], ADGetter{}, ADSetter{}), \
+        adEndRow(adDictionaryLink(LINK), adTarget, &rowWords[(WORD) + 1], ADGetter{}, ADSetter{})
 
 // An annotation text belongs to one annotated part; a part has any number.
 constinit ADAttributeEntry annotationText[] = {
