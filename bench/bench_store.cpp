@@ -3,8 +3,8 @@
 // each against a baseline in the same run on the same schema and settings:
 // the same rows inserted with one prepared statement per table in one
 // transaction, and the same rows read with one plain SELECT per table.
-#include "store/Repository.h"
-#include "store/Schema.h"
+#include <krmwtarn/store/Repository.h>
+#include <krmwtarn/store/Schema.h>
 #include "tests/store/LargestModel.h"
 
 #include <benchmark/benchmark.h>

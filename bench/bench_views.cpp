@@ -1,8 +1,8 @@
 // bench_views.cpp — building the view trees: all 38 of this library's trees,
 // each into a fresh view type (released outside the timing), beside a baseline
 // that builds only the smallest tree, so the ratio shows the per-tree cost.
-#include "platform/views/DLLView.h"
-#include "views/EwswtarnViews.h"
+#include <krmwtarn/platform/views/DLLView.h>
+#include <krmwtarn/views/EwswtarnViews.h>
 
 #include <benchmark/benchmark.h>
 

@@ -1,15 +1,15 @@
 // Repository.cpp — the unit operations over a Connection: units written in one
 // transaction with their revision and lock checks, loaded by identity with every
 // role's order restored, cross-unit links resolved when both ends are live.
-#include "store/Repository.h"
+#include <krmwtarn/store/Repository.h>
 
-#include "model/framework/KRLink.h"
-#include "platform/common/KVException.h"
-#include "platform/repository/DSRegistrar.h"
-#include "platform/repository/DSRegistration.h"
-#include "store/Schema.h"
-#include "store/Sql.h"
-#include "store/Units.h"
+#include <krmwtarn/model/framework/KRLink.h>
+#include <krmwtarn/platform/common/KVException.h>
+#include <krmwtarn/platform/repository/DSRegistrar.h>
+#include <krmwtarn/platform/repository/DSRegistration.h>
+#include <krmwtarn/store/Schema.h>
+#include <krmwtarn/store/Sql.h>
+#include <krmwtarn/store/Units.h>
 
 #include <algorithm>
 #include <cerrno>

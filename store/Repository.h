@@ -6,8 +6,8 @@
 // (source "krmwtarn_store") whose message says what happened.
 #pragma once
 
-#include "platform/repository/ADObject.h"
-#include "platform/techobj/DSRepositoryClient.h"
+#include <krmwtarn/platform/repository/ADObject.h>
+#include <krmwtarn/platform/techobj/DSRepositoryClient.h>
 
 #include <array>
 #include <tuple>

@@ -1,9 +1,9 @@
 // Schema.cpp — generation of the repository's tables from the class tables:
 // type names map to column types with range checks (string TEXT; boolean, short,
 // ushort and long INTEGER within their ranges; char TEXT of one character).
-#include "store/Schema.h"
+#include <krmwtarn/store/Schema.h>
 
-#include "platform/repository/DSRegistration.h"
+#include <krmwtarn/platform/repository/DSRegistration.h>
 
 #include <algorithm>
 #include <cstring>

@@ -5,7 +5,7 @@
 // and the link's position in each end's role.
 #pragma once
 
-#include "platform/repository/ADAttributeEntry.h"
+#include <krmwtarn/platform/repository/ADAttributeEntry.h>
 
 #include <string>
 #include <unordered_map>

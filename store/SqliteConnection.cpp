@@ -2,7 +2,7 @@
 // rollback-journal mode (every store is one atomic transaction; a process killed
 // in the middle leaves the journal, which the next opener rolls back). Error
 // codes are sorted into the faults of Sql.h.
-#include "store/Sql.h"
+#include <krmwtarn/store/Sql.h>
 
 #include <sqlite3.h>
 

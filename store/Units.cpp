@@ -1,10 +1,10 @@
 // Units.cpp — unit roots by the controller rule, and the walk that collects a
 // unit's objects and links.
-#include "store/Units.h"
+#include <krmwtarn/store/Units.h>
 
-#include "platform/repository/ADLink.h"
-#include "platform/repository/DSController.h"
-#include "platform/repository/DSRegistrar.h"
+#include <krmwtarn/platform/repository/ADLink.h>
+#include <krmwtarn/platform/repository/DSController.h>
+#include <krmwtarn/platform/repository/DSRegistrar.h>
 
 #include <cstring>
 #include <unordered_set>

@@ -45,4 +45,4 @@ long positionInEnd(_ADObject* link, int end);
 
 }  // namespace krstore
 
-#include "store/Units.inl"
+#include <krmwtarn/store/Units.inl>

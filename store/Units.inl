@@ -1,7 +1,7 @@
 // Units.inl — the role walk shared by the unit collection and the store.
 #pragma once
 
-#include "platform/repository/ADObject.h"
+#include <krmwtarn/platform/repository/ADObject.h>
 
 namespace krstore {
 

@@ -4,12 +4,12 @@
 // views in registration order for tools and tests.
 #pragma once
 
-#include "platform/views/DLLView.h"
+#include <krmwtarn/platform/views/DLLView.h>
 
 #define EWSWTARN_VIEW(NAME, ROOT)      \
     extern DLLViewType* v_##NAME;      \
     void _init_##NAME(DLLViewType* view);
-#include "views/ViewCatalog.def"
+#include <krmwtarn/views/ViewCatalog.def>
 
 // The library's view registration: init() creates the 38 view types in
 // registration order and stores each in its variable (left null when the
@@ -32,6 +32,6 @@ struct EwswtarnView {
 // The rows of ViewCatalog.def.
 constexpr int ewswtarnViewCount = 0
 #define EWSWTARN_VIEW(NAME, ROOT) +1
-#include "views/ViewCatalog.def"
+#include <krmwtarn/views/ViewCatalog.def>
     ;
 extern const EwswtarnView ewswtarnViews[ewswtarnViewCount];

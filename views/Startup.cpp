@@ -1,8 +1,7 @@
-// Startup.cpp — what the library constructs when it loads, in this order (one
-// translation unit, so the order of definition is the order of construction):
-// first the component's registration record, then the view registration.
-#include "model/framework/Registration.h"
-#include "views/EwswtarnViews.h"
+// Startup.cpp — what the view library constructs when it loads: the view
+// registration. The model's registration record is made by the model library,
+// which the loader initialises first because this library depends on it.
+#include <krmwtarn/views/EwswtarnViews.h>
 
 #ifdef _WIN32
 #include <windows.h>
@@ -13,5 +12,4 @@ BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
 }
 #endif
 
-DSRegistration ewswtarnRegistration(ewswtarnFactory, ewswtarnClassTable, ewswtarnComponentName);
 init_ewswtarn_views ewswtarnViewRegistration;

@@ -1,7 +1,7 @@
 // ViewOutline.cpp — walks a built tree through its records, in chain order.
-#include "views/ViewOutline.h"
+#include <krmwtarn/views/ViewOutline.h>
 
-#include "platform/views/DLLView.h"
+#include <krmwtarn/platform/views/DLLView.h>
 
 namespace {
 void measure(const DLLViewList* list, int level, ViewShape& shape) {

@@ -6,10 +6,10 @@
 // role's list class comes from the role row of the catalogue.
 // A failed allocation is taken as a null node; what it leaves unreachable (the
 // chain after a failed element, a failed role element's list) is freed.
-#include "views/ViewTreeBuilder.h"
+#include <krmwtarn/views/ViewTreeBuilder.h>
 
-#include "platform/repository/DSRegistration.h"
-#include "platform/views/DLLView.h"
+#include <krmwtarn/platform/repository/DSRegistration.h>
+#include <krmwtarn/platform/views/DLLView.h>
 
 #include <cstring>
 

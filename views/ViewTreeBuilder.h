@@ -4,7 +4,7 @@
 // class catalogue gives the role on the class of the list it stands in.
 #pragma once
 
-#include "views/ViewRows.h"
+#include <krmwtarn/views/ViewRows.h>
 
 class DLLViewList;
 class DLLViewType;

@@ -3,11 +3,11 @@
 // the 41 link classes and the registration record.
 #pragma once
 
-#include "platform/common/KVException.h"
-#include "platform/common/Trace.h"
-#include "platform/repository/ADLink.h"
-#include "platform/repository/DSModelCollection.h"
-#include "platform/repository/DSRegistrar.h"
-#include "platform/repository/DSRegistration.h"
-#include "model/framework/Registration.h"
-#include "model/links/DSLinks.h"
+#include <krmwtarn/platform/common/KVException.h>
+#include <krmwtarn/platform/common/Trace.h>
+#include <krmwtarn/platform/repository/ADLink.h>
+#include <krmwtarn/platform/repository/DSModelCollection.h>
+#include <krmwtarn/platform/repository/DSRegistrar.h>
+#include <krmwtarn/platform/repository/DSRegistration.h>
+#include <krmwtarn/model/framework/Registration.h>
+#include <krmwtarn/model/links/DSLinks.h>

@@ -1,9 +1,9 @@
 // DSCompRoutine.cpp — DSCompRoutine expanded from its rows, and its operations without behaviour.
-#include "model/dbd/DSCompRoutine.h"
+#include <krmwtarn/model/dbd/DSCompRoutine.h>
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 #define KR_CLASS DSCompRoutine
-#define KR_ROWS "model/dbd/DSCompRoutine.def"
-#include "model/framework/ObjectDefinitions.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSCompRoutine.def"
+#include <krmwtarn/model/framework/ObjectDefinitions.inc>
 

@@ -5,15 +5,15 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "model/framework/ObjectClass.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSCompRoutine)
 
 class _DSCompRoutine : public kr::SuperImpl<DSCompRoutine> {
 #define KR_CLASS DSCompRoutine
-#define KR_ROWS "model/dbd/DSCompRoutine.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSCompRoutine.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 };
 
 KR_DEFINE_ARROW(DSCompRoutine)

@@ -1,11 +1,11 @@
 // DSDBD.cpp — DSDBD expanded from its rows, and its operations without behaviour.
-#include "model/dbd/DSDBD.h"
+#include <krmwtarn/model/dbd/DSDBD.h>
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 #define KR_CLASS DSDBD
-#define KR_ROWS "model/dbd/DSDBD.def"
-#include "model/framework/ObjectDefinitions.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSDBD.def"
+#include <krmwtarn/model/framework/ObjectDefinitions.inc>
 
 char* _DSDBD::getName() { return nullptr; }
 int _DSDBD::getReconcileableObjects(DSModelCollection**, DSParmList*) { return 0; }

@@ -5,15 +5,15 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "platform/techobj/DSTechnologyObject.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/platform/techobj/DSTechnologyObject.h>
 
 KR_DECLARE_HANDLE(DSDBD)
 
 class _DSDBD : public kr::SuperImpl<DSDBD> {
 #define KR_CLASS DSDBD
-#define KR_ROWS "model/dbd/DSDBD.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSDBD.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.

@@ -5,15 +5,15 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "model/dbd/DSDBDaccess.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/model/dbd/DSDBDaccess.h>
 
 KR_DECLARE_HANDLE(DSDBDdedb)
 
 class _DSDBDdedb : public kr::SuperImpl<DSDBDdedb> {
 #define KR_CLASS DSDBDdedb
-#define KR_ROWS "model/dbd/DSDBDdedb.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSDBDdedb.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.

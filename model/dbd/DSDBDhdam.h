@@ -5,15 +5,15 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "model/dbd/DSDBDdedb.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/model/dbd/DSDBDdedb.h>
 
 KR_DECLARE_HANDLE(DSDBDhdam)
 
 class _DSDBDhdam : public kr::SuperImpl<DSDBDhdam> {
 #define KR_CLASS DSDBDhdam
-#define KR_ROWS "model/dbd/DSDBDhdam.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSDBDhdam.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.

@@ -5,15 +5,15 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "model/dbd/DSDBDaccess.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/model/dbd/DSDBDaccess.h>
 
 KR_DECLARE_HANDLE(DSDBDhidam)
 
 class _DSDBDhidam : public kr::SuperImpl<DSDBDhidam> {
 #define KR_CLASS DSDBDhidam
-#define KR_ROWS "model/dbd/DSDBDhidam.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSDBDhidam.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.

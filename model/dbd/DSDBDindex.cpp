@@ -1,11 +1,11 @@
 // DSDBDindex.cpp — DSDBDindex expanded from its rows, and its operations without behaviour.
-#include "model/dbd/DSDBDindex.h"
+#include <krmwtarn/model/dbd/DSDBDindex.h>
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 #define KR_CLASS DSDBDindex
-#define KR_ROWS "model/dbd/DSDBDindex.def"
-#include "model/framework/ObjectDefinitions.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSDBDindex.def"
+#include <krmwtarn/model/framework/ObjectDefinitions.inc>
 
 int _DSDBDindex::validateDBDtype(KVException*) { return 0; }
 DSmacro& _DSDBDindex::writeDBD() { return DSmacro::empty(); }

@@ -5,8 +5,8 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "model/dbd/DSDBDaccess.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/model/dbd/DSDBDaccess.h>
 
 class DSDBD;
 class DSSegmentComplex;
@@ -15,8 +15,8 @@ KR_DECLARE_HANDLE(DSDBDindex)
 
 class _DSDBDindex : public kr::SuperImpl<DSDBDindex> {
 #define KR_CLASS DSDBDindex
-#define KR_ROWS "model/dbd/DSDBDindex.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSDBDindex.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.

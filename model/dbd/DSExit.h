@@ -5,15 +5,15 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "model/framework/ObjectClass.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSExit)
 
 class _DSExit : public kr::SuperImpl<DSExit> {
 #define KR_CLASS DSExit
-#define KR_ROWS "model/dbd/DSExit.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSExit.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.

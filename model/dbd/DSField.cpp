@@ -1,11 +1,11 @@
 // DSField.cpp — DSField expanded from its rows, and its operations without behaviour.
-#include "model/dbd/DSField.h"
+#include <krmwtarn/model/dbd/DSField.h>
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 #define KR_CLASS DSField
-#define KR_ROWS "model/dbd/DSField.def"
-#include "model/framework/ObjectDefinitions.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSField.def"
+#include <krmwtarn/model/framework/ObjectDefinitions.inc>
 
 char* _DSField::getName() { return nullptr; }
 int _DSField::validateFIELD(KVException*, char*) { return 0; }

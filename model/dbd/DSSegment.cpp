@@ -1,11 +1,11 @@
 // DSSegment.cpp — DSSegment expanded from its rows, and its operations without behaviour.
-#include "model/dbd/DSSegment.h"
+#include <krmwtarn/model/dbd/DSSegment.h>
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 #define KR_CLASS DSSegment
-#define KR_ROWS "model/dbd/DSSegment.def"
-#include "model/framework/ObjectDefinitions.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSSegment.def"
+#include <krmwtarn/model/framework/ObjectDefinitions.inc>
 
 char* _DSSegment::getName() { return nullptr; }
 unsigned long _DSSegment::realLength() { return 0; }

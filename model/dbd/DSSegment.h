@@ -5,15 +5,15 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "model/framework/ObjectClass.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSSegment)
 
 class _DSSegment : public kr::SuperImpl<DSSegment> {
 #define KR_CLASS DSSegment
-#define KR_ROWS "model/dbd/DSSegment.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSSegment.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.

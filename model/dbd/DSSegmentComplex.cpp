@@ -1,11 +1,11 @@
 // DSSegmentComplex.cpp — DSSegmentComplex expanded from its rows, and its operations without behaviour.
-#include "model/dbd/DSSegmentComplex.h"
+#include <krmwtarn/model/dbd/DSSegmentComplex.h>
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 #define KR_CLASS DSSegmentComplex
-#define KR_ROWS "model/dbd/DSSegmentComplex.def"
-#include "model/framework/ObjectDefinitions.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSSegmentComplex.def"
+#include <krmwtarn/model/framework/ObjectDefinitions.inc>
 
 unsigned long _DSSegmentComplex::realLength() { return 0; }
 int _DSSegmentComplex::validateSEGM(KVException*, unsigned short, char*) { return 0; }

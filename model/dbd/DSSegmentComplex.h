@@ -5,15 +5,15 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "model/dbd/DSSegment.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/model/dbd/DSSegment.h>
 
 KR_DECLARE_HANDLE(DSSegmentComplex)
 
 class _DSSegmentComplex : public kr::SuperImpl<DSSegmentComplex> {
 #define KR_CLASS DSSegmentComplex
-#define KR_ROWS "model/dbd/DSSegmentComplex.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSSegmentComplex.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.

@@ -5,15 +5,15 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "model/dbd/DSSegment.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/model/dbd/DSSegment.h>
 
 KR_DECLARE_HANDLE_NO_ARROW(DSSegmentDEDB)
 
 class _DSSegmentDEDB : public kr::SuperImpl<DSSegmentDEDB> {
 #define KR_CLASS DSSegmentDEDB
-#define KR_ROWS "model/dbd/DSSegmentDEDB.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSSegmentDEDB.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.

@@ -5,15 +5,15 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "model/dbd/DSSegment.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/model/dbd/DSSegment.h>
 
 KR_DECLARE_HANDLE(DSSegmentLogical)
 
 class _DSSegmentLogical : public kr::SuperImpl<DSSegmentLogical> {
 #define KR_CLASS DSSegmentLogical
-#define KR_ROWS "model/dbd/DSSegmentLogical.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSSegmentLogical.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.

@@ -5,15 +5,15 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "model/framework/ObjectClass.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSTARNDDname)
 
 class _DSTARNDDname : public kr::SuperImpl<DSTARNDDname> {
 #define KR_CLASS DSTARNDDname
-#define KR_ROWS "model/dbd/DSTARNDDname.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSTARNDDname.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 };
 
 KR_DEFINE_ARROW(DSTARNDDname)

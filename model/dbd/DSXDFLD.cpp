@@ -1,11 +1,11 @@
 // DSXDFLD.cpp — DSXDFLD expanded from its rows, and its operations without behaviour.
-#include "model/dbd/DSXDFLD.h"
+#include <krmwtarn/model/dbd/DSXDFLD.h>
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 #define KR_CLASS DSXDFLD
-#define KR_ROWS "model/dbd/DSXDFLD.def"
-#include "model/framework/ObjectDefinitions.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSXDFLD.def"
+#include <krmwtarn/model/framework/ObjectDefinitions.inc>
 
 int _DSXDFLD::validateINDEX(KVException*) { return 0; }
 DSmacro& _DSXDFLD::writeLCHILD() { return DSmacro::empty(); }

@@ -5,15 +5,15 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "model/framework/ObjectClass.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSXDFLD)
 
 class _DSXDFLD : public kr::SuperImpl<DSXDFLD> {
 #define KR_CLASS DSXDFLD
-#define KR_ROWS "model/dbd/DSXDFLD.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/dbd/DSXDFLD.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.

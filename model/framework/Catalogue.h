@@ -5,7 +5,7 @@
 // superclass or a link is stated once, in its row.
 #pragma once
 
-#include "platform/repository/ADAttributeEntry.h"
+#include <krmwtarn/platform/repository/ADAttributeEntry.h>
 
 #include <iterator>
 #include <string_view>
@@ -20,7 +20,7 @@ class _DSTechnologyObject;
 #define KR_OBJECT_CLASS(C, SUPER) \
     class C;                      \
     class _##C;
-#include "model/framework/classes.def"
+#include <krmwtarn/model/framework/classes.def>
 #define KR_LINK(C, S, SR, T, TR, SF, TF) \
     class C;                             \
     class _##C;                          \
@@ -28,7 +28,7 @@ class _DSTechnologyObject;
     class _##S;                          \
     class T;                             \
     class _##T;
-#include "model/links/links.def"
+#include <krmwtarn/model/links/links.def>
 
 enum KREnd : int { krSource = adSource, krTarget = adTarget };
 
@@ -43,7 +43,7 @@ struct ClassRow {};
         using SuperHandle = SUPER;  \
         using SuperImpl = _##SUPER; \
     };
-#include "model/framework/classes.def"
+#include <krmwtarn/model/framework/classes.def>
 
 // The superclass of an object class, as handle and as implementation.
 template <class C>
@@ -67,7 +67,7 @@ struct LinkRow {};
                       "two role names, only the source ordered, at most "       \
                       "one end controlling, mirrored cardinalities");           \
     };
-#include "model/links/links.def"
+#include <krmwtarn/model/links/links.def>
 
 template <class L, int End>
 using EndClass = std::conditional_t<End == krSource, typename LinkRow<L>::Source, typename LinkRow<L>::Target>;
@@ -102,7 +102,7 @@ constexpr bool isLinkClass<C, std::void_t<typename LinkRow<C>::Impl>> = true;
 constexpr bool endsHoldDistinctRoles() noexcept {
     const ADLinkFacts links[] = {
 #define KR_LINK(C, ...) LinkRow<C>::facts,
-#include "model/links/links.def"
+#include <krmwtarn/model/links/links.def>
     };
     constexpr int ends = 2 * static_cast<int>(std::size(links));
     for (int a = 0; a < ends; ++a)
@@ -116,11 +116,11 @@ static_assert(endsHoldDistinctRoles(), "links.def puts one role name on one clas
 
 constexpr int objectClassCount = 0
 #define KR_OBJECT_CLASS(C, SUPER) +1
-#include "model/framework/classes.def"
+#include <krmwtarn/model/framework/classes.def>
     ;
 constexpr int linkClassCount = 0
 #define KR_LINK(...) +1
-#include "model/links/links.def"
+#include <krmwtarn/model/links/links.def>
     ;
 
 }  // namespace kr

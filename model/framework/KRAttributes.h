@@ -5,8 +5,8 @@
 // the typed builders of attribute and role rows.
 #pragma once
 
-#include "model/framework/Catalogue.h"
-#include "platform/repository/ADObject.h"
+#include <krmwtarn/model/framework/Catalogue.h>
+#include <krmwtarn/platform/repository/ADObject.h>
 
 #include <cstdint>
 #include <cstdlib>

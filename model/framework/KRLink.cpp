@@ -1,9 +1,9 @@
 // KRLink.cpp — the algorithms of every link class, driven by its catalogue row.
-#include "model/framework/KRLink.h"
+#include <krmwtarn/model/framework/KRLink.h>
 
-#include "platform/common/KVException.h"
-#include "platform/common/Trace.h"
-#include "platform/repository/DSRegistrar.h"
+#include <krmwtarn/platform/common/KVException.h>
+#include <krmwtarn/platform/common/Trace.h>
+#include <krmwtarn/platform/repository/DSRegistrar.h>
 
 #include <cstdio>
 #include <memory>

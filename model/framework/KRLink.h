@@ -8,10 +8,10 @@
 // source row flagged 0x10000.
 #pragma once
 
-#include "model/framework/Catalogue.h"
-#include "model/framework/KRAttributes.h"
-#include "platform/repository/ADIdentity.h"
-#include "platform/repository/ADLink.h"
+#include <krmwtarn/model/framework/Catalogue.h>
+#include <krmwtarn/model/framework/KRAttributes.h>
+#include <krmwtarn/platform/repository/ADIdentity.h>
+#include <krmwtarn/platform/repository/ADLink.h>
 
 #include <type_traits>
 #include <utility>

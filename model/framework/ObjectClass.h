@@ -4,11 +4,11 @@
 // classes.def, its row list (.def) and its behaviour-less operations.
 #pragma once
 
-#include "model/framework/Catalogue.h"
-#include "model/framework/KRAttributes.h"
-#include "platform/repository/ADIdentity.h"
-#include "platform/repository/ADLink.h"
-#include "platform/techobj/DSmacro.h"
+#include <krmwtarn/model/framework/Catalogue.h>
+#include <krmwtarn/model/framework/KRAttributes.h>
+#include <krmwtarn/platform/repository/ADIdentity.h>
+#include <krmwtarn/platform/repository/ADLink.h>
+#include <krmwtarn/platform/techobj/DSmacro.h>
 
 class KVException;
 

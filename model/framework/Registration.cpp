@@ -3,9 +3,9 @@
 // of the roles the catalogue's links join on data-dictionary classes. The
 // factory finds a class by the registrar's hash of its name in a table sorted
 // at compile time.
-#include "model/framework/Registration.h"
+#include <krmwtarn/model/framework/Registration.h>
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 #include <algorithm>
 #include <array>
@@ -15,9 +15,9 @@ const char* const ewswtarnComponentName = "ewswtarn";
 
 _classStruct ewswtarnClassTable[] = {
 #define KR_OBJECT_CLASS(C, SUPER) {#C, #SUPER, KR_IMPL(C)::krTable},
-#include "model/framework/classes.def"
+#include <krmwtarn/model/framework/classes.def>
 #define KR_LINK(C, ...) {#C, "ADLink", KR_IMPL(C)::krTable},
-#include "model/links/links.def"
+#include <krmwtarn/model/links/links.def>
     {nullptr, nullptr, nullptr},
 };
 
@@ -42,9 +42,9 @@ ADObject* make(const char* context, const char* objID) {
 constexpr auto sortedEntries() {
     std::array<FactoryEntry, ewswtarnClassCount> e{{
 #define KR_OBJECT_CLASS(C, SUPER) {classHash(#C), &make<C>},
-#include "model/framework/classes.def"
+#include <krmwtarn/model/framework/classes.def>
 #define KR_LINK(C, ...) {classHash(#C), &make<C>},
-#include "model/links/links.def"
+#include <krmwtarn/model/links/links.def>
     }};
     std::sort(e.begin(), e.end(), [](const FactoryEntry& a, const FactoryEntry& b) { return a.hash < b.hash; });
     return e;
@@ -86,7 +86,7 @@ bool describeForeignRoles() {
 #define KR_LINK(C, S, SR, T, TR, SF, TF)                                  \
     describeForeignRole<C, krSource, KR_IMPL(S)>(KR_IMPL(S)::krRow_##SR); \
     describeForeignRole<C, krTarget, KR_IMPL(T)>(KR_IMPL(T)::krRow_##TR);
-#include "model/links/links.def"
+#include <krmwtarn/model/links/links.def>
     return true;
 }
 
@@ -99,7 +99,7 @@ struct LinkMaker {
 };
 const LinkMaker linkMakers[] = {
 #define KR_LINK(C, ...) {#C, &KR_IMPL(C)::krInfo, &kr::makeLink<KR_IMPL(C)>},
-#include "model/links/links.def"
+#include <krmwtarn/model/links/links.def>
 };
 }  // namespace
 
@@ -114,3 +114,7 @@ ADLink* ewswtarnCreateLink(const char* linkClass, ADObject* source, ADObject* ta
     }
     return nullptr;
 }
+
+// The component's registration record, made when the library loads: from here
+// on the repository client finds the component's classes and its factory.
+DSRegistration ewswtarnRegistration(ewswtarnFactory, ewswtarnClassTable, ewswtarnComponentName);

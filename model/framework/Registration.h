@@ -4,8 +4,8 @@
 // its name "ewswtarn".
 #pragma once
 
-#include "model/framework/Catalogue.h"
-#include "platform/repository/DSRegistration.h"
+#include <krmwtarn/model/framework/Catalogue.h>
+#include <krmwtarn/platform/repository/DSRegistration.h>
 
 extern _classStruct ewswtarnClassTable[];
 ADObject* ewswtarnFactory(const char* className, const char* context, const char* objID);

@@ -1,10 +1,10 @@
 // DSDSColl.cpp — DSDSColl's attribute table and accessors, expanded from its rows, and its
 // operations without behaviour.
-#include "model/links/DSDSColl.h"
+#include <krmwtarn/model/links/DSDSColl.h>
 
 #define KR_CLASS DSDSColl
-#define KR_ROWS "model/links/DSDSColl.def"
-#include "model/framework/LinkDefinitions.inc"
+#define KR_ROWS "krmwtarn/model/links/DSDSColl.def"
+#include <krmwtarn/model/framework/LinkDefinitions.inc>
 
 unsigned short _DSDSColl::getSize() { return 0; }
 int _DSDSColl::invalidDDName(char*) { return 0; }

@@ -2,13 +2,13 @@
 // Its own rows are in DSDSColl.def; its ends in the catalogue links.def.
 #pragma once
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 class _DSDSColl final : public KRLinkImpl<DSDSColl> {
     KR_LINK_IMPL_MEMBERS(DSDSColl)
 #define KR_CLASS DSDSColl
-#define KR_ROWS "model/links/DSDSColl.def"
-#include "model/framework/RowsBody.inc"
+#define KR_ROWS "krmwtarn/model/links/DSDSColl.def"
+#include <krmwtarn/model/framework/RowsBody.inc>
 
     // Operations without behaviour in this model.
     unsigned short getSize();

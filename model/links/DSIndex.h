@@ -3,7 +3,7 @@
 // only two operations without behaviour.
 #pragma once
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 class _DSIndex final : public KRLinkImpl<DSIndex> {
     KR_LINK_IMPL_MEMBERS(DSIndex)

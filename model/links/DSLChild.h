@@ -2,13 +2,13 @@
 // Its own rows are in DSLChild.def; its ends in the catalogue links.def.
 #pragma once
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 class _DSLChild final : public KRLinkImpl<DSLChild> {
     KR_LINK_IMPL_MEMBERS(DSLChild)
 #define KR_CLASS DSLChild
-#define KR_ROWS "model/links/DSLChild.def"
-#include "model/framework/RowsBody.inc"
+#define KR_ROWS "krmwtarn/model/links/DSLChild.def"
+#include <krmwtarn/model/framework/RowsBody.inc>
 
     // Operations without behaviour in this model.
     int validateStatement(KVException* messages);

@@ -1,6 +1,6 @@
 // DSLinks.cpp — every link class's catalogue record, constructors and, for the
 // links without attributes of their own, the attribute table of its two ends.
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 #include <new>
 
@@ -42,7 +42,7 @@
 #define KR_LINK(...) KR_LINK_TABLE(__VA_ARGS__) KR_LINK_COMMON(__VA_ARGS__)
 #define KR_LINK_OPS(...) KR_LINK_TABLE(__VA_ARGS__) KR_LINK_COMMON(__VA_ARGS__)
 #define KR_LINK_ROWS(...) KR_LINK_COMMON(__VA_ARGS__)
-#include "model/links/links.def"
+#include <krmwtarn/model/links/links.def>
 
 DSmacro& _DSIndex::writeINDEX() { return DSmacro::empty(); }
 DSmacro& _DSIndex::writeLCHILD() { return DSmacro::empty(); }

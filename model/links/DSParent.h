@@ -2,13 +2,13 @@
 // Its own rows are in DSParent.def; its ends in the catalogue links.def.
 #pragma once
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 class _DSParent final : public KRLinkImpl<DSParent> {
     KR_LINK_IMPL_MEMBERS(DSParent)
 #define KR_CLASS DSParent
-#define KR_ROWS "model/links/DSParent.def"
-#include "model/framework/RowsBody.inc"
+#define KR_ROWS "krmwtarn/model/links/DSParent.def"
+#include <krmwtarn/model/framework/RowsBody.inc>
 
     // Operation without behaviour in this model.
     char* writePARENT();

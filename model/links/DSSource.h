@@ -2,13 +2,13 @@
 // Its own rows are in DSSource.def; its ends in the catalogue links.def.
 #pragma once
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 class _DSSource final : public KRLinkImpl<DSSource> {
     KR_LINK_IMPL_MEMBERS(DSSource)
 #define KR_CLASS DSSource
-#define KR_ROWS "model/links/DSSource.def"
-#include "model/framework/RowsBody.inc"
+#define KR_ROWS "krmwtarn/model/links/DSSource.def"
+#include <krmwtarn/model/framework/RowsBody.inc>
 
     // Operation without behaviour in this model.
     char* writeSOURCE();

@@ -1,11 +1,11 @@
 // DSPCB.cpp — DSPCB expanded from its rows, and its operations without behaviour.
-#include "model/psb/DSPCB.h"
+#include <krmwtarn/model/psb/DSPCB.h>
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 #define KR_CLASS DSPCB
-#define KR_ROWS "model/psb/DSPCB.def"
-#include "model/framework/ObjectDefinitions.inc"
+#define KR_ROWS "krmwtarn/model/psb/DSPCB.def"
+#include <krmwtarn/model/framework/ObjectDefinitions.inc>
 
 char* _DSPCB::getName() { return nullptr; }
 char* _DSPCB::getPCBtypeString() { return nullptr; }

@@ -5,15 +5,15 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "platform/techobj/DSTechnologyObject.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/platform/techobj/DSTechnologyObject.h>
 
 KR_DECLARE_HANDLE(DSPCB)
 
 class _DSPCB : public kr::SuperImpl<DSPCB> {
 #define KR_CLASS DSPCB
-#define KR_ROWS "model/psb/DSPCB.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/psb/DSPCB.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.

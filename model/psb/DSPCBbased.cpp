@@ -1,11 +1,11 @@
 // DSPCBbased.cpp — DSPCBbased expanded from its rows, and its operations without behaviour.
-#include "model/psb/DSPCBbased.h"
+#include <krmwtarn/model/psb/DSPCBbased.h>
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 #define KR_CLASS DSPCBbased
-#define KR_ROWS "model/psb/DSPCBbased.def"
-#include "model/framework/ObjectDefinitions.inc"
+#define KR_ROWS "krmwtarn/model/psb/DSPCBbased.def"
+#include <krmwtarn/model/framework/ObjectDefinitions.inc>
 
 char* _DSPCBbased::getPCBtype() { return nullptr; }
 int _DSPCBbased::validatePCBtype(KVException*) { return 0; }

@@ -5,15 +5,15 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "model/psb/DSPCBtype.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/model/psb/DSPCBtype.h>
 
 KR_DECLARE_HANDLE(DSPCBbased)
 
 class _DSPCBbased : public kr::SuperImpl<DSPCBbased> {
 #define KR_CLASS DSPCBbased
-#define KR_ROWS "model/psb/DSPCBbased.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/psb/DSPCBbased.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.

@@ -1,11 +1,11 @@
 // DSPCBdb.cpp — DSPCBdb expanded from its rows, and its operations without behaviour.
-#include "model/psb/DSPCBdb.h"
+#include <krmwtarn/model/psb/DSPCBdb.h>
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 #define KR_CLASS DSPCBdb
-#define KR_ROWS "model/psb/DSPCBdb.def"
-#include "model/framework/ObjectDefinitions.inc"
+#define KR_ROWS "krmwtarn/model/psb/DSPCBdb.def"
+#include <krmwtarn/model/framework/ObjectDefinitions.inc>
 
 char* _DSPCBdb::getPCBtype() { return nullptr; }
 int _DSPCBdb::validatePCBtype(KVException*) { return 0; }

@@ -5,15 +5,15 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "model/psb/DSPCBbased.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/model/psb/DSPCBbased.h>
 
 KR_DECLARE_HANDLE(DSPCBdb)
 
 class _DSPCBdb : public kr::SuperImpl<DSPCBdb> {
 #define KR_CLASS DSPCBdb
-#define KR_ROWS "model/psb/DSPCBdb.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/psb/DSPCBdb.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.

@@ -1,11 +1,11 @@
 // DSPCBtp.cpp — DSPCBtp expanded from its rows, and its operations without behaviour.
-#include "model/psb/DSPCBtp.h"
+#include <krmwtarn/model/psb/DSPCBtp.h>
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 #define KR_CLASS DSPCBtp
-#define KR_ROWS "model/psb/DSPCBtp.def"
-#include "model/framework/ObjectDefinitions.inc"
+#define KR_ROWS "krmwtarn/model/psb/DSPCBtp.def"
+#include <krmwtarn/model/framework/ObjectDefinitions.inc>
 
 char* _DSPCBtp::getPCBtype() { return nullptr; }
 int _DSPCBtp::validatePCBtype(KVException*) { return 0; }

@@ -1,11 +1,11 @@
 // DSPCBtype.cpp — DSPCBtype expanded from its rows, and its operations without behaviour.
-#include "model/psb/DSPCBtype.h"
+#include <krmwtarn/model/psb/DSPCBtype.h>
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 #define KR_CLASS DSPCBtype
-#define KR_ROWS "model/psb/DSPCBtype.def"
-#include "model/framework/ObjectDefinitions.inc"
+#define KR_ROWS "krmwtarn/model/psb/DSPCBtype.def"
+#include <krmwtarn/model/framework/ObjectDefinitions.inc>
 
 char* _DSPCBtype::getName() { return nullptr; }
 char* _DSPCBtype::getPCBtype() { return nullptr; }

@@ -5,15 +5,15 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "model/framework/ObjectClass.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSPCBtype)
 
 class _DSPCBtype : public kr::SuperImpl<DSPCBtype> {
 #define KR_CLASS DSPCBtype
-#define KR_ROWS "model/psb/DSPCBtype.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/psb/DSPCBtype.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.

@@ -1,11 +1,11 @@
 // DSPSB.cpp — DSPSB expanded from its rows, and its operations without behaviour.
-#include "model/psb/DSPSB.h"
+#include <krmwtarn/model/psb/DSPSB.h>
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 #define KR_CLASS DSPSB
-#define KR_ROWS "model/psb/DSPSB.def"
-#include "model/framework/ObjectDefinitions.inc"
+#define KR_ROWS "krmwtarn/model/psb/DSPSB.def"
+#include <krmwtarn/model/framework/ObjectDefinitions.inc>
 
 char* _DSPSB::getName() { return nullptr; }
 int _DSPSB::isUsed() { return 0; }

@@ -5,15 +5,15 @@
 // and a change bit, in row order.
 #pragma once
 
-#include "model/framework/ObjectClass.h"
-#include "model/framework/ObjectClass.h"
+#include <krmwtarn/model/framework/ObjectClass.h>
+#include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSSenField)
 
 class _DSSenField : public kr::SuperImpl<DSSenField> {
 #define KR_CLASS DSSenField
-#define KR_ROWS "model/psb/DSSenField.def"
-#include "model/framework/ObjectBody.inc"
+#define KR_ROWS "krmwtarn/model/psb/DSSenField.def"
+#include <krmwtarn/model/framework/ObjectBody.inc>
 
     // Declared operations without behaviour in this model: they change
     // nothing and answer zero, null or the shared empty statement.

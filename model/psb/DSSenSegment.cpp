@@ -1,11 +1,11 @@
 // DSSenSegment.cpp — DSSenSegment expanded from its rows, and its operations without behaviour.
-#include "model/psb/DSSenSegment.h"
+#include <krmwtarn/model/psb/DSSenSegment.h>
 
-#include "model/links/DSLinks.h"
+#include <krmwtarn/model/links/DSLinks.h>
 
 #define KR_CLASS DSSenSegment
-#define KR_ROWS "model/psb/DSSenSegment.def"
-#include "model/framework/ObjectDefinitions.inc"
+#define KR_ROWS "krmwtarn/model/psb/DSSenSegment.def"
+#include <krmwtarn/model/framework/ObjectDefinitions.inc>
 
 char* _DSSenSegment::getName() { return nullptr; }
 int _DSSenSegment::validateSENSEG(KVException*, int) { return 0; }

@@ -1,5 +1,5 @@
 // KVException.cpp — storage and formatting of the common exception object.
-#include "platform/common/KVException.h"
+#include <krmwtarn/platform/common/KVException.h>
 
 KVException::KVException(const char* first, long number, std::initializer_list<const char*> texts)
     : first_(first ? first : ""), number_(number) {

@@ -1,5 +1,5 @@
 // RSCollection.cpp — the ordered pointer collection of the common library.
-#include "platform/common/RSCollection.h"
+#include <krmwtarn/platform/common/RSCollection.h>
 
 RSCollection::RSCollection(int sizeHint) {
     if (sizeHint > 0) items_.reserve(static_cast<std::size_t>(sizeHint));

@@ -1,5 +1,5 @@
 // Trace.cpp — the trace globals and the default standard-error sink.
-#include "platform/common/Trace.h"
+#include <krmwtarn/platform/common/Trace.h>
 
 #include <cstdio>
 

@@ -1,11 +1,11 @@
 // DSDictionary.cpp — the dictionary classes and the class descriptions of the
 // platform's own classes (base objects, links, parts, technology objects and
 // dictionary classes), registered so clients can look any class up by name.
-#include "platform/dictionary/DSDictionary.h"
+#include <krmwtarn/platform/dictionary/DSDictionary.h>
 
-#include "platform/repository/ADLink.h"
-#include "platform/repository/DSRegistrar.h"
-#include "platform/repository/DSRegistration.h"
+#include <krmwtarn/platform/repository/ADLink.h>
+#include <krmwtarn/platform/repository/DSRegistrar.h>
+#include <krmwtarn/platform/repository/DSRegistration.h>
 
 #include <cstring>
 #include <new>

@@ -4,9 +4,9 @@
 // adName. They are parts (_KVPart), so they carry annotations and dependencies.
 #pragma once
 
-#include "platform/dictionary/DictionaryLinks.h"
-#include "platform/repository/ADIdentity.h"
-#include "platform/techobj/DSTechnologyObject.h"
+#include <krmwtarn/platform/dictionary/DictionaryLinks.h>
+#include <krmwtarn/platform/repository/ADIdentity.h>
+#include <krmwtarn/platform/techobj/DSTechnologyObject.h>
 
 // The dictionary classes, each with its superclass and its roles in table
 // order. A role list takes two macros and the class:

@@ -3,13 +3,13 @@
 // dictionary classes' role rows and the link classes' end rows are built from.
 #pragma once
 
-#include "platform/repository/ADAttributeEntry.h"
+#include <krmwtarn/platform/repository/ADAttributeEntry.h>
 
 #include <string_view>
 
 inline constexpr ADLinkFacts adDictionaryLinks[] = {
 #define AD_DICTIONARY_LINK(C, S, SR, T, TR, SF, TF) {#C, {#S, #T}, {#SR, #TR}, {SF, TF}},
-#include "platform/dictionary/DictionaryLinks.def"
+#include <krmwtarn/platform/dictionary/DictionaryLinks.def>
 };
 
 constexpr bool adDictionaryLinksWellFormed() noexcept {

@@ -3,9 +3,9 @@
 // getter, setter, reserved, flags), built by the shared row builders; the
 // links' end rows and roles come from DictionaryLinks.def. These classes have
 // no accessors here, so their rows carry no getters or setters.
-#include "platform/dictionary/ViewClasses.h"
+#include <krmwtarn/platform/dictionary/ViewClasses.h>
 
-#include "platform/dictionary/DictionaryLinks.h"
+#include <krmwtarn/platform/dictionary/DictionaryLinks.h>
 
 #include <cstdint>
 

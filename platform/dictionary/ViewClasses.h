@@ -4,7 +4,7 @@
 // structure definitions and the dictionary's own links to them.
 #pragma once
 
-#include "platform/repository/DSRegistration.h"
+#include <krmwtarn/platform/repository/DSRegistration.h>
 
 // The record that describes these classes (no factory: no objects of them are
 // made here). Registered on the first call; the view service calls this before

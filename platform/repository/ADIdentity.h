@@ -3,8 +3,8 @@
 // the live object of that class, ID and context, or makes and registers one.
 #pragma once
 
-#include "platform/repository/ADObject.h"
-#include "platform/repository/DSRegistrar.h"
+#include <krmwtarn/platform/repository/ADObject.h>
+#include <krmwtarn/platform/repository/DSRegistrar.h>
 
 #include <cstring>
 #include <new>

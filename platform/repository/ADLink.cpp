@@ -1,5 +1,5 @@
 // ADLink.cpp — base behaviour of every link implementation.
-#include "platform/repository/ADLink.h"
+#include <krmwtarn/platform/repository/ADLink.h>
 
 #include <cstring>
 

@@ -4,7 +4,7 @@
 // and "target".
 #pragma once
 
-#include "platform/repository/ADObject.h"
+#include <krmwtarn/platform/repository/ADObject.h>
 
 class ADLink : public ADObject {
 public:

@@ -1,8 +1,8 @@
 // ADObject.cpp — handle counting, the implementation base, notifications and the
 // generic reference walk that releases a repository.
-#include "platform/repository/ADObject.h"
+#include <krmwtarn/platform/repository/ADObject.h>
 
-#include "platform/repository/DSRegistrar.h"
+#include <krmwtarn/platform/repository/DSRegistrar.h>
 
 #include <atomic>
 #include <cctype>

@@ -4,7 +4,7 @@
 // notification hooks and the reflective base operations every class chains to.
 #pragma once
 
-#include "platform/repository/ADAttributeEntry.h"
+#include <krmwtarn/platform/repository/ADAttributeEntry.h>
 
 #include <cstdint>
 #include <functional>
@@ -162,4 +162,4 @@ struct Listener {
 Listener setListener(Listener listener);
 }  // namespace adnotify
 
-#include "platform/repository/DSModelCollection.h"
+#include <krmwtarn/platform/repository/DSModelCollection.h>

@@ -3,10 +3,10 @@
 // the controlling bit 0x200) to the controlling object, then that object's
 // controller, and so on; an object no link controls is its own controller. A
 // link object is controlled by whatever controls its controlling end.
-#include "platform/repository/DSController.h"
+#include <krmwtarn/platform/repository/DSController.h>
 
-#include "platform/repository/ADLink.h"
-#include "platform/repository/DSRegistration.h"
+#include <krmwtarn/platform/repository/ADLink.h>
+#include <krmwtarn/platform/repository/DSRegistration.h>
 
 _ADObject* dsControllerStep(_ADObject* o) {
     if (o->isRelationshipObject()) {

@@ -1,5 +1,5 @@
 // DSModelCollection.cpp — cursor and ordering operations of the handle collection.
-#include "platform/repository/DSModelCollection.h"
+#include <krmwtarn/platform/repository/DSModelCollection.h>
 
 ADObject* DSModelCollection::first() noexcept {
     cursor_ = items_.empty() ? -1 : 0;

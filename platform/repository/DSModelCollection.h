@@ -3,7 +3,7 @@
 // `next` move the cursor and answer the handle there, or null past the end.
 #pragma once
 
-#include "platform/repository/ADObject.h"
+#include <krmwtarn/platform/repository/ADObject.h>
 
 #include <vector>
 

@@ -1,8 +1,8 @@
 // DSRegistrar.cpp — hash-map registry keyed by (class, object ID, context). The
 // key views point into the object's own strings, so a lookup copies nothing.
-#include "platform/repository/DSRegistrar.h"
+#include <krmwtarn/platform/repository/DSRegistrar.h>
 
-#include "platform/repository/ADObject.h"
+#include <krmwtarn/platform/repository/ADObject.h>
 
 #include <cstring>
 #include <string_view>

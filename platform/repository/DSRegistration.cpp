@@ -1,7 +1,7 @@
 // DSRegistration.cpp — the list of component records and class lookup across them.
-#include "platform/repository/DSRegistration.h"
+#include <krmwtarn/platform/repository/DSRegistration.h>
 
-#include "platform/repository/ADObject.h"
+#include <krmwtarn/platform/repository/ADObject.h>
 
 #include <algorithm>
 #include <string_view>

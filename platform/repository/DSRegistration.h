@@ -4,7 +4,7 @@
 // superclass and attribute table) and make objects of it through the factory.
 #pragma once
 
-#include "platform/repository/ADAttributeEntry.h"
+#include <krmwtarn/platform/repository/ADAttributeEntry.h>
 
 #include <vector>
 

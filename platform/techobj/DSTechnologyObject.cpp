@@ -1,9 +1,9 @@
 // DSTechnologyObject.cpp — the technology-object bases. The unit operations go
 // to the current repository (DSRepositoryClient.h); without one they answer 0
 // and change nothing.
-#include "platform/techobj/DSTechnologyObject.h"
+#include <krmwtarn/platform/techobj/DSTechnologyObject.h>
 
-#include "platform/techobj/DSRepositoryClient.h"
+#include <krmwtarn/platform/techobj/DSRepositoryClient.h>
 
 #include <cstring>
 

@@ -4,8 +4,8 @@
 // The unit operations go to the current repository (DSRepositoryClient.h).
 #pragma once
 
-#include "platform/repository/ADObject.h"
-#include "platform/techobj/DSmacro.h"
+#include <krmwtarn/platform/repository/ADObject.h>
+#include <krmwtarn/platform/techobj/DSmacro.h>
 
 class DSTechnologyObject;
 

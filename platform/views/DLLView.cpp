@@ -1,9 +1,9 @@
 // DLLView.cpp — the view service: record allocation, loading a list's element
 // chain, view types with their registry and lazy build, and the registration
 // objects run by initAll.
-#include "platform/views/DLLView.h"
+#include <krmwtarn/platform/views/DLLView.h>
 
-#include "platform/views/DictionaryViews.h"
+#include <krmwtarn/platform/views/DictionaryViews.h>
 
 #include <algorithm>
 #include <cstring>
@@ -104,4 +104,20 @@ void DLLView_init::initAll() {
         object->initialised_ = true;
         object->init();
     }
+}
+
+// The records' constructors. Names and aliases point to static text and are not
+// copied; a null alias is taken as the name.
+DLLViewElem::DLLViewElem(DLLViewElem* next, const char* name, long flags, const char* alias)
+    : name(name), alias(alias ? alias : name), flags(flags), list(nullptr), viewType(nullptr), next(next) {}
+
+DLLViewElem::DLLViewElem(DLLViewElem* next, const char* name, long flags, DLLViewList* list, const char* alias)
+    : name(name), alias(alias ? alias : name), flags(flags), list(list), viewType(nullptr), next(next) {}
+
+DLLViewElem::DLLViewElem(DLLViewElem* next, const char* name, long flags, DLLViewType* view, const char* alias)
+    : name(name), alias(alias ? alias : name), flags(flags), list(nullptr), viewType(view), next(next) {}
+
+DLLViewList::DLLViewList(const char* className, DLLViewElem* first, long flags)
+    : className(className), flags(flags), elements(0) {
+    if (first) loadViewElems(first);
 }

@@ -5,7 +5,7 @@
 // registration objects (DLLView_init) are how components hand in their view types.
 #pragma once
 
-#include "platform/common/RSCollection.h"
+#include <krmwtarn/platform/common/RSCollection.h>
 
 #include <cstddef>
 #include <new>

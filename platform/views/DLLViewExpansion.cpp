@@ -1,7 +1,7 @@
 // DLLViewExpansion.cpp — the walk of a view tree over an object graph.
-#include "platform/views/DLLViewExpansion.h"
+#include <krmwtarn/platform/views/DLLViewExpansion.h>
 
-#include "platform/repository/ADLink.h"
+#include <krmwtarn/platform/repository/ADLink.h>
 
 #include <algorithm>
 #include <cstring>

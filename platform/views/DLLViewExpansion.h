@@ -7,8 +7,8 @@
 // expanded on the current path (then only the object's identity is kept).
 #pragma once
 
-#include "platform/repository/ADObject.h"
-#include "platform/views/DLLView.h"
+#include <krmwtarn/platform/repository/ADObject.h>
+#include <krmwtarn/platform/views/DLLView.h>
 
 #include <string>
 #include <vector>

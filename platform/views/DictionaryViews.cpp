@@ -1,10 +1,10 @@
 // DictionaryViews.cpp — the data-dictionary library's view types and their
 // small trees over its own classes (DSDataElement, DSDataStructure and the two
 // alias classes), built from the records like any component's trees.
-#include "platform/views/DictionaryViews.h"
+#include <krmwtarn/platform/views/DictionaryViews.h>
 
-#include "platform/dictionary/ViewClasses.h"
-#include "platform/views/DLLView.h"
+#include <krmwtarn/platform/dictionary/ViewClasses.h>
+#include <krmwtarn/platform/views/DLLView.h>
 
 DLLViewType* v_CVQDATAELEMENT = nullptr;
 DLLViewType* v_CVQDATASTRUCTURE = nullptr;

@@ -3,8 +3,8 @@
 // superclass line of the registered components' class tables.
 #pragma once
 
-#include "platform/common/KVException.h"
-#include "platform/repository/DSRegistration.h"
+#include <krmwtarn/platform/common/KVException.h>
+#include <krmwtarn/platform/repository/DSRegistration.h>
 
 #include <cstring>
 #include <memory>

@@ -6,7 +6,7 @@
 // roles of the model's links are described, and the counts follow the lists.
 #include "TestSupport.h"
 
-#include "platform/dictionary/ViewClasses.h"
+#include <krmwtarn/platform/dictionary/ViewClasses.h>
 
 #include <cstring>
 #include <map>

@@ -11,7 +11,7 @@
 //                              root, wait for the file GO, store that unit
 //   lock-and-wait PATH NAME    lock a unit, print "locked", wait to be killed
 //   unlock PATH NAME [--force] unlock a unit
-#include "store/Repository.h"
+#include <krmwtarn/store/Repository.h>
 #include "tests/store/StoreSupport.h"
 #include "tools/sample/SampleModel.h"
 

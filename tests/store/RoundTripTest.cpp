@@ -1,7 +1,7 @@
 // RoundTripTest.cpp — the sample and the largest model stored and retrieved:
 // in one process and by a second process, every role's order and every value
 // back exactly (the export documents are equal).
-#include "store/Repository.h"
+#include <krmwtarn/store/Repository.h>
 #include "tests/store/StoreTestSupport.h"
 
 TEST_F(StoreTest, SampleRoundTripInOneProcess) {

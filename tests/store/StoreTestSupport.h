@@ -2,7 +2,7 @@
 // per test, the registry released after it, and a runner for the probe program.
 #pragma once
 
-#include "store/Repository.h"
+#include <krmwtarn/store/Repository.h>
 #include "tests/store/StoreSupport.h"
 #include "tools/sample/SampleModel.h"
 

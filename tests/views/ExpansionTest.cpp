@@ -3,10 +3,10 @@
 // library's own) and on the library's delegating trees: values read through
 // the attribute tables, roles walked by link class, the end-class rule, the
 // delegation to another view and the stop where a view meets itself again.
-#include "platform/repository/DSRegistrar.h"
-#include "platform/views/DLLViewExpansion.h"
+#include <krmwtarn/platform/repository/DSRegistrar.h>
+#include <krmwtarn/platform/views/DLLViewExpansion.h>
 #include "tests/views/ViewTestSupport.h"
-#include "views/ViewTreeBuilder.h"
+#include <krmwtarn/views/ViewTreeBuilder.h>
 
 #include <krmwtarn/krmwtarn.h>
 

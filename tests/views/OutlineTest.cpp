@@ -4,7 +4,7 @@
 // prints: root class, size row, then every element with its depth, name, alias,
 // nested list class, flag and delegated view).
 #include "tests/views/ViewTestSupport.h"
-#include "views/ViewOutline.h"
+#include <krmwtarn/views/ViewOutline.h>
 
 #include <cstdio>
 #include <filesystem>

@@ -3,8 +3,8 @@
 // failed allocations leave behind, in trees and in the registration, and the
 // link class a role's list takes from the catalogue.
 #include "tests/views/ViewTestSupport.h"
-#include "views/ViewOutline.h"
-#include "views/ViewTreeBuilder.h"
+#include <krmwtarn/views/ViewOutline.h>
+#include <krmwtarn/views/ViewTreeBuilder.h>
 
 namespace {
 using namespace viewrows;

@@ -1,7 +1,7 @@
 // ServiceTest.cpp — the view service: registration order (data-dictionary views
 // before this library's), lookup by name, building a tree once on first use,
 // and registration objects run once each, in construction order.
-#include "platform/views/DictionaryViews.h"
+#include <krmwtarn/platform/views/DictionaryViews.h>
 #include "tests/views/ViewTestSupport.h"
 
 #include <string>

@@ -4,10 +4,10 @@
 // catalogue (attribute rows are found by tests/common/TestSupport.h).
 #pragma once
 
-#include "platform/repository/DSRegistration.h"
-#include "platform/views/DLLView.h"
+#include <krmwtarn/platform/repository/DSRegistration.h>
+#include <krmwtarn/platform/views/DLLView.h>
 #include "tests/common/TestSupport.h"
-#include "views/EwswtarnViews.h"
+#include <krmwtarn/views/EwswtarnViews.h>
 
 #include <gtest/gtest.h>
 

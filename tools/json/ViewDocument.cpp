@@ -1,11 +1,11 @@
 // ViewDocument.cpp — JSON export and import of view expansions.
 #include "tools/json/ViewDocument.h"
 
-#include "model/framework/Registration.h"
-#include "platform/common/KVException.h"
-#include "platform/repository/ADLink.h"
-#include "platform/repository/DSRegistrar.h"
-#include "platform/repository/DSRegistration.h"
+#include <krmwtarn/model/framework/Registration.h>
+#include <krmwtarn/platform/common/KVException.h>
+#include <krmwtarn/platform/repository/ADLink.h>
+#include <krmwtarn/platform/repository/DSRegistrar.h>
+#include <krmwtarn/platform/repository/DSRegistration.h>
 
 #include <cstring>
 #include <memory>

@@ -8,7 +8,7 @@
 // the document, and the repository is left as it was.
 #pragma once
 
-#include "platform/views/DLLViewExpansion.h"
+#include <krmwtarn/platform/views/DLLViewExpansion.h>
 
 #include <nlohmann/json.hpp>
 

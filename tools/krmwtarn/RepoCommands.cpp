@@ -2,8 +2,8 @@
 // store layer; refusals of the repository are printed as their message.
 #include "tools/krmwtarn/RepoCommands.h"
 
-#include "platform/common/KVException.h"
-#include "store/Repository.h"
+#include <krmwtarn/platform/common/KVException.h>
+#include <krmwtarn/store/Repository.h>
 #include "tools/json/ViewDocument.h"
 #include "tools/sample/SampleModel.h"
 

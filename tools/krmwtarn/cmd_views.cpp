@@ -4,9 +4,9 @@
 #include "tools/krmwtarn/Commands.h"
 #include "tools/krmwtarn/Files.h"
 
-#include "platform/views/DLLView.h"
-#include "views/EwswtarnViews.h"
-#include "views/ViewOutline.h"
+#include <krmwtarn/platform/views/DLLView.h>
+#include <krmwtarn/views/EwswtarnViews.h>
+#include <krmwtarn/views/ViewOutline.h>
 
 #include <cstdio>
 #include <string>

@@ -5,9 +5,9 @@
 // referring DBDs are named only by adName, under the alias adName1. The
 // fragments come first, then one outline per view in registration order; the
 // outlines are handed to the registration at the end.
-#include "platform/views/DictionaryViews.h"
-#include "views/EwswtarnViews.h"
-#include "views/trees/Trees.h"
+#include <krmwtarn/platform/views/DictionaryViews.h>
+#include <krmwtarn/views/EwswtarnViews.h>
+#include <krmwtarn/views/trees/Trees.h>
 
 namespace viewtrees {
 namespace {

@@ -3,9 +3,9 @@
 // report-style aliases, distinct within each view (numbered where an attribute
 // recurs). The fragments come first, then one outline per view in registration
 // order; the outlines are handed to the registration at the end.
-#include "platform/views/DictionaryViews.h"
-#include "views/EwswtarnViews.h"
-#include "views/trees/Trees.h"
+#include <krmwtarn/platform/views/DictionaryViews.h>
+#include <krmwtarn/views/EwswtarnViews.h>
+#include <krmwtarn/views/trees/Trees.h>
 
 namespace viewtrees {
 namespace {

@@ -3,13 +3,13 @@
 // built by EwswtarnViews.cpp) and the fragments that both families use.
 #pragma once
 
-#include "views/ViewRows.h"
+#include <krmwtarn/views/ViewRows.h>
 
 namespace viewtrees {
 using namespace viewrows;
 
 #define EWSWTARN_VIEW(NAME, ROOT) extern constinit const Outline outline_##NAME;
-#include "views/ViewCatalog.def"
+#include <krmwtarn/views/ViewCatalog.def>
 
 // clang-format off
 

@@ -5,8 +5,8 @@
 //   2 names a role that the link has at neither end
 //   3 puts a link's role on a class that is not that end's class
 //   4 a link end whose class's row list lacks that end's role
-#include "model/framework/KRLink.h"
-#include "platform/repository/DSModelCollection.h"
+#include <krmwtarn/model/framework/KRLink.h>
+#include <krmwtarn/platform/repository/DSModelCollection.h>
 
 #if KR_PROBE == 4
 // DSBasedOn's target is DSDBD; a DSDBD whose rows lack basedPCBs offers the
@@ -26,6 +26,6 @@ struct Probe : _ADObject {
 #define KR_CLASS DSDBD
 #endif
 #define KR_ROWS "tests/model/compile/RoleRowProbe.inc"
-#include "model/framework/RowsBody.inc"
+#include <krmwtarn/model/framework/RowsBody.inc>
 };
 #endif

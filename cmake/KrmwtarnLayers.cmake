@@ -1,0 +1,51 @@
+# KrmwtarnLayers.cmake — how a layer of the library becomes a target. Each layer
+# (platform, model, views, source, store, check) is one shared library that
+# sees only its own headers and those of the layers it links; its headers are
+# reached as <krmwtarn/LAYER/...> in the build tree and after installation.
+# Warnings are set here once; KRMWTARN_WERROR turns them into errors (CI).
+
+option(KRMWTARN_WERROR "Treat compiler warnings as errors" OFF)
+
+# Warning flags for every target of the project.
+function(krmwtarn_warnings target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra $<$<BOOL:${KRMWTARN_WERROR}>:-Werror>)
+endfunction()
+
+# krmwtarn_layer(NAME SOURCES src... [DEPENDS layer...] [LIBS lib...] [PRIVATE_HEADERS glob...])
+# makes krmwtarn_NAME (alias krmwtarn::NAME) from the folder NAME/.
+function(krmwtarn_layer name)
+  cmake_parse_arguments(L "" "" "SOURCES;DEPENDS;LIBS;EXCLUDE" ${ARGN})
+  set(target krmwtarn_${name})
+  add_library(${target} SHARED ${L_SOURCES})
+  add_library(krmwtarn::${name} ALIAS ${target})
+  # The layer's include root holds only krmwtarn/NAME, a link to its folder.
+  set(root ${PROJECT_BINARY_DIR}/layers/${name})
+  file(MAKE_DIRECTORY ${root}/krmwtarn)
+  if(NOT EXISTS ${root}/krmwtarn/${name})
+    file(CREATE_LINK ${PROJECT_SOURCE_DIR}/${name} ${root}/krmwtarn/${name} SYMBOLIC)
+  endif()
+  target_include_directories(${target} PUBLIC
+    $<BUILD_INTERFACE:${root}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+  foreach(dep IN LISTS L_DEPENDS)
+    target_link_libraries(${target} PUBLIC krmwtarn_${dep})
+  endforeach()
+  target_link_libraries(${target} PRIVATE ${L_LIBS})
+  set_target_properties(${target} PROPERTIES
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+    EXPORT_NAME ${name} CXX_VISIBILITY_PRESET default)
+  # A reference to a higher layer has no definition here: refuse to link it.
+  if(NOT CMAKE_CXX_FLAGS MATCHES "sanitize")
+    target_link_options(${target} PRIVATE -Wl,--no-undefined)
+  endif()
+  krmwtarn_warnings(${target})
+  install(TARGETS ${target} EXPORT krmwtarnTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  set(excludes)
+  foreach(e IN LISTS L_EXCLUDE)
+    list(APPEND excludes PATTERN ${e} EXCLUDE)
+  endforeach()
+  install(DIRECTORY ${name}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/krmwtarn/${name}
+    FILES_MATCHING PATTERN "*.h" PATTERN "*.def" PATTERN "*.inc" ${excludes})
+endfunction()
