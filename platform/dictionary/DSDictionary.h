@@ -29,6 +29,7 @@
         ADAttributeEntry* nextAttributeTable(ADAttributeEntry* previous) override;             \
         ROLES(KR_DICTIONARY_ACCESSOR)                                                          \
         static ADAttributeEntry table[];                                                       \
+        enum : int { ROLES(KR_DICTIONARY_ROW_INDEX) };                                         \
                                                                                                \
     private:                                                                                   \
         ROLES(KR_DICTIONARY_MEMBER)                                                            \
@@ -37,7 +38,9 @@
 
 #define KR_DICTIONARY_ACCESSOR(role, other, link, inverse, flags) \
     DSModelCollection* _get_##role() { return &role; }
-#define KR_DICTIONARY_MEMBER(role, other, link, inverse, flags) DSModelCollection role;
+// Each role's collection is made with its row of `table` (same order as ROLES).
+#define KR_DICTIONARY_ROW_INDEX(role, other, link, inverse, flags) krRow_##role,
+#define KR_DICTIONARY_MEMBER(role, other, link, inverse, flags) DSModelCollection role{&table[krRow_##role]};
 
 #define KR_DSDATAITEM_ROLES(X)                                          \
     X(fieldsForTARN, DSField, DSMakesUseOf, targetDataItem, 0x2007)       \
