@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <sstream>
+#include <string_view>
 #include <tuple>
 #include <unordered_map>
 #include <unordered_set>
@@ -200,11 +201,17 @@ std::vector<ADObject> linksInRoles(_ADObject* o) {
 // Objects in creation order (generated IDs by number), so a replay, whose
 // generated numbers may start elsewhere, makes the same choices.
 void sortByCreation(std::vector<_ADObject*>& v) {
-    auto key = [](_ADObject* o) {
-        return std::make_tuple(o->objID()[0] == '#' ? std::atol(o->objID() + 1) : 0L, std::string(o->objID()),
-                               std::string(o->context()), std::string(o->whoAmI()));
-    };
-    std::sort(v.begin(), v.end(), [&](_ADObject* a, _ADObject* b) { return key(a) < key(b); });
+    using Key = std::tuple<long, std::string_view, std::string_view, std::string_view, _ADObject*>;
+    std::vector<Key> keys;
+    keys.reserve(v.size());
+    for (_ADObject* o : v)
+        keys.emplace_back(o->objID()[0] == '#' ? std::atol(o->objID() + 1) : 0L, o->objID(), o->context(),
+                          o->whoAmI(), o);
+    std::sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) {
+        return std::tie(std::get<0>(a), std::get<1>(a), std::get<2>(a), std::get<3>(a)) <
+               std::tie(std::get<0>(b), std::get<1>(b), std::get<2>(b), std::get<3>(b));
+    });
+    for (std::size_t i = 0; i < v.size(); ++i) v[i] = std::get<4>(keys[i]);
 }
 
 std::vector<_ADObject*> registeredObjects() {
@@ -622,7 +629,7 @@ void Driver::walkDeletingLinks() {
     operation_ = "walk deleting the links of";
     for (std::uint32_t n = 1 + choices_.below(3); n > 0; --n) {
         _ADObject* o = live[choices_.below(static_cast<std::uint32_t>(live.size()))];
-        if (chosen.insert(o).second) operation_ += " " + std::string(o->whoAmI()) + ":" + o->objID();
+        if (chosen.insert(o).second) operation_.append(" ").append(o->whoAmI()).append(":").append(o->objID());
     }
     ++tally_.operations["walk deleting links"];
 
