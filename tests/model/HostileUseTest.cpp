@@ -4,7 +4,6 @@
 // objects whose status word says deleted while they are still registered.
 #include "TestSupport.h"
 
-#include <cstring>
 #include <functional>
 #include <set>
 #include <string>
@@ -57,18 +56,18 @@ TEST_P(RegistryWalk, VisitsOnlyLiveRegisteredObjectsWhateverTheVisitorFrees) {
     EXPECT_EQ(dbd->_get_useCount(), 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Visitors, RegistryWalk,
-    ::testing::Values(Visitor{"DeletesTheVisitedLink",
-                              [](_ADObject* o) {
-                                  if (o->isRelationshipObject()) o->markDeleted(nullptr, 0);
-                              }},
-                      Visitor{"DeletesTheLinksOfTheVisitedObject",
-                              [](_ADObject* o) {
-                                  for (ADObject& l : linksInRoles(o)) l->markDeleted(nullptr, 0);
-                              }},
-                      Visitor{"ReleasesTheRepository", [](_ADObject*) { DSRegistrar::releaseAll(); }}),
-    [](const ::testing::TestParamInfo<Visitor>& p) { return std::string(p.param.name); });
+INSTANTIATE_TEST_SUITE_P(Visitors, RegistryWalk,
+                         ::testing::Values(Visitor{"DeletesTheVisitedLink",
+                                                   [](_ADObject* o) {
+                                                       if (o->isRelationshipObject()) o->markDeleted(nullptr, 0);
+                                                   }},
+                                           Visitor{"DeletesTheLinksOfTheVisitedObject",
+                                                   [](_ADObject* o) {
+                                                       for (ADObject& l : linksInRoles(o)) l->markDeleted(nullptr, 0);
+                                                   }},
+                                           Visitor{"ReleasesTheRepository",
+                                                   [](_ADObject*) { DSRegistrar::releaseAll(); }}),
+                         [](const ::testing::TestParamInfo<Visitor>& p) { return std::string(p.param.name); });
 
 // ---- generated identities --------------------------------------------------
 

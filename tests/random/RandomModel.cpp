@@ -205,8 +205,8 @@ void sortByCreation(std::vector<_ADObject*>& v) {
     std::vector<Key> keys;
     keys.reserve(v.size());
     for (_ADObject* o : v)
-        keys.emplace_back(o->objID()[0] == '#' ? std::atol(o->objID() + 1) : 0L, o->objID(), o->context(),
-                          o->whoAmI(), o);
+        keys.emplace_back(o->objID()[0] == '#' ? std::atol(o->objID() + 1) : 0L, o->objID(), o->context(), o->whoAmI(),
+                          o);
     std::sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) {
         return std::tie(std::get<0>(a), std::get<1>(a), std::get<2>(a), std::get<3>(a)) <
                std::tie(std::get<0>(b), std::get<1>(b), std::get<2>(b), std::get<3>(b));
@@ -336,11 +336,11 @@ bool Driver::step() {
     notified().notes.clear();
     using Op = void (Driver::*)();
     static const std::pair<int, Op> ops[] = {
-        {12, &Driver::newObject},     {8, &Driver::byIdentity},   {6, &Driver::copyHandle},
-        {6, &Driver::dropHandle},     {30, &Driver::createLink},  {14, &Driver::setLinkEnd},
-        {5, &Driver::setSourceAfter}, {5, &Driver::moveInSource}, {8, &Driver::setAttribute},
-        {3, &Driver::setChangeBit},   {1, &Driver::releaseAll},   {3, &Driver::markDeleted},
-        {1, &Driver::walkDeletingLinks}, {2, &Driver::deletedBit}, {3, &Driver::misuseRole},
+        {12, &Driver::newObject},        {8, &Driver::byIdentity},   {6, &Driver::copyHandle},
+        {6, &Driver::dropHandle},        {30, &Driver::createLink},  {14, &Driver::setLinkEnd},
+        {5, &Driver::setSourceAfter},    {5, &Driver::moveInSource}, {8, &Driver::setAttribute},
+        {3, &Driver::setChangeBit},      {1, &Driver::releaseAll},   {3, &Driver::markDeleted},
+        {1, &Driver::walkDeletingLinks}, {2, &Driver::deletedBit},   {3, &Driver::misuseRole},
     };
     std::uint32_t r = choices_.below(107);
     for (const auto& [weight, op] : ops) {
@@ -669,7 +669,8 @@ void Driver::walkDeletingLinks() {
     });
     if (!failure_.empty()) return;
     for (_ADObject* o : live)
-        if (!visited.count(o) && stays.count(o)) return fail("the walk missed " + std::string(o->whoAmI()) + ":" + o->objID());
+        if (!visited.count(o) && stays.count(o))
+            return fail("the walk missed " + std::string(o->whoAmI()) + ":" + o->objID());
     std::vector<_ADObject*> after = registeredObjects();
     if (after.size() != stays.size()) {
         return fail(std::to_string(after.size()) + " objects registered after the walk, not " +
@@ -692,13 +693,15 @@ void Driver::deletedBit() {
     if (i < 0) return;
     _ADObject* o = slots_[static_cast<std::size_t>(i)].impl();
     bool set = choices_.percent(70);
-    operation_ = std::string(set ? "set" : "clear") + " the deleted bit of " + describe(&slots_[static_cast<std::size_t>(i)]);
+    operation_ =
+        std::string(set ? "set" : "clear") + " the deleted bit of " + describe(&slots_[static_cast<std::size_t>(i)]);
     ++tally_.operations["deleted bit"];
     if (set)
         o->setStatus(adStatusDeleted);
     else
         o->clearStatus(adStatusDeleted);
-    if ((o->getChangeFlag(nullptr) == 8) != set) return fail("change flag " + std::to_string(o->getChangeFlag(nullptr)));
+    if ((o->getChangeFlag(nullptr) == 8) != set)
+        return fail("change flag " + std::to_string(o->getChangeFlag(nullptr)));
     if (!isRegistered(o)) return fail("no longer registered");
 }
 
@@ -749,7 +752,10 @@ void Driver::misuseRole() {
     std::uint32_t how = choices_.below(3);
     long position = static_cast<long>(choices_.below(static_cast<std::uint32_t>(role->count() + 4))) - 2;
     operation_ = std::string("add ") + describe(&element) + " to " + owner->whoAmI() + ":" + owner->objID() + "." +
-                 r.row->name + (how == 0 ? " last" : how == 1 ? " first" : " after " + std::to_string(position));
+                 r.row->name +
+                 (how == 0   ? " last"
+                  : how == 1 ? " first"
+                             : " after " + std::to_string(position));
     ++tally_.operations["misuse role"];
 
     long cursor = role->indexOf();
