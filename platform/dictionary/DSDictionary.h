@@ -75,7 +75,8 @@
     KR_DICTIONARY_ACCESSOR(C, role)
 #define KR_DICTIONARY_ROW_NUMBER(C, role) krRow_##role,
 #define KR_DICTIONARY_OWN_ROW_NUMBER(C, role, link) krOwnRow_##role,
-#define KR_DICTIONARY_MEMBER(C, role) DSModelCollection role;
-#define KR_DICTIONARY_OWN_MEMBER(C, role, link) KR_DICTIONARY_MEMBER(C, role)
+// Each role's collection is made with its row of `table` (same order as ROLES).
+#define KR_DICTIONARY_MEMBER(C, role) DSModelCollection role{&table[krRow_##role]};
+#define KR_DICTIONARY_OWN_MEMBER(C, role, link) DSModelCollection role{&table[krOwnRow_##role]};
 
 KR_DICTIONARY_CLASSES(KR_DICTIONARY_CLASS)
