@@ -32,7 +32,7 @@ function(krmwtarn_layer name)
   target_link_libraries(${target} PRIVATE ${L_LIBS})
   set_target_properties(${target} PROPERTIES
     VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
-    EXPORT_NAME ${name} CXX_VISIBILITY_PRESET default)
+    EXPORT_NAME ${name} CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
   # A reference to a higher layer has no definition here: refuse to link it.
   if(NOT CMAKE_CXX_FLAGS MATCHES "sanitize")
     target_link_options(${target} PRIVATE -Wl,--no-undefined)

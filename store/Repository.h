@@ -6,6 +6,8 @@
 // (source "krmwtarn_store") whose message says what happened.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/platform/repository/ADObject.h>
 #include <krmwtarn/platform/techobj/DSRepositoryClient.h>
 
@@ -46,7 +48,7 @@ enum StoreError : long {
 };
 
 // The identity of a unit: its root's class, object ID and version.
-struct UnitKey {
+struct KRMWTARN_API UnitKey {
     std::string className, objID, version;
     bool operator<(const UnitKey& o) const {
         return std::tie(className, objID, version) < std::tie(o.className, o.objID, o.version);
@@ -54,13 +56,13 @@ struct UnitKey {
     std::string text() const;  // "DSDBD HOSPDBD (SAMPLE)"
 };
 
-struct LockOwner {
+struct KRMWTARN_API LockOwner {
     std::string user, host;
     long pid = 0;
     std::string text() const;  // "user@host (pid 123)"
 };
 
-struct UnitInfo {
+struct KRMWTARN_API UnitInfo {
     long long id = 0;
     UnitKey key;
     std::string name;
@@ -71,13 +73,13 @@ struct UnitInfo {
     std::string lockedAt;
 };
 
-struct OpenOptions {
+struct KRMWTARN_API OpenOptions {
     bool create = true;     // make the file when it is missing
     std::string user;       // lock owner; default $KRMWTARN_USER, then $USER
     long maxPages = 0;      // size limit in pages (0: none), for tests of a full disk
 };
 
-class Repository final : public DSRepositoryBackend {
+class KRMWTARN_API Repository final : public DSRepositoryBackend {
 public:
     // Opens the repository at a path or file: URL.
     static std::unique_ptr<Repository> open(const std::string& location, const OpenOptions& options = {});
@@ -168,7 +170,7 @@ private:
 };
 
 // Opens a repository and makes it the current one; closes it with the scope.
-class CurrentRepository {
+class KRMWTARN_API CurrentRepository {
 public:
     explicit CurrentRepository(const std::string& location, const OpenOptions& options = {});
     ~CurrentRepository();

@@ -5,6 +5,8 @@
 // and the link's position in each end's role.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/platform/repository/ADAttributeEntry.h>
 
 #include <string>
@@ -16,13 +18,13 @@ namespace krstore {
 // Value type of an attribute column, from its row's type name.
 enum class ColumnType { String, Boolean, Short, UShort, Long, Char };
 
-struct Column {
+struct KRMWTARN_API Column {
     std::string name;
     ColumnType type;
     const ADAttributeEntry* row;
 };
 
-struct Table {
+struct KRMWTARN_API Table {
     std::string className;
     bool isLink = false;
     std::vector<Column> columns;  // the attribute columns, in chain order
@@ -39,7 +41,7 @@ struct Table {
     int firstAttribute() const noexcept { return isLink ? 9 : 3; }
 };
 
-class Schema {
+class KRMWTARN_API Schema {
 public:
     // The layout this program writes; a repository of another version is refused.
     static constexpr int kVersion = 1;
@@ -62,6 +64,6 @@ private:
 
 // Identifiers in statements are quoted: attribute names are not checked
 // against the SQL keywords.
-std::string quoted(const std::string& name);
+KRMWTARN_API std::string quoted(const std::string& name);
 
 }  // namespace krstore

@@ -4,6 +4,8 @@
 // server backend implements the same interface.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -23,7 +25,7 @@ enum class SqlFault {
     Other,
 };
 
-class SqlError : public std::runtime_error {
+class KRMWTARN_API SqlError : public std::runtime_error {
 public:
     SqlError(SqlFault fault, const std::string& what) : std::runtime_error(what), fault_(fault) {}
     SqlFault fault() const noexcept { return fault_; }
@@ -33,7 +35,7 @@ private:
 };
 
 // A prepared statement; parameters and columns count from 0.
-class Statement {
+class KRMWTARN_API Statement {
 public:
     virtual ~Statement() = default;
     virtual void bindNull(int i) = 0;
@@ -49,7 +51,7 @@ public:
     virtual const char* getText(int column) = 0;
 };
 
-class Connection {
+class KRMWTARN_API Connection {
 public:
     virtual ~Connection() = default;
     virtual std::unique_ptr<Statement> prepare(const std::string& sql) = 0;
@@ -74,6 +76,6 @@ public:
 };
 
 // Opens (or, when `create`, makes) an SQLite database file.
-std::unique_ptr<Connection> openSqlite(const std::string& path, bool create);
+KRMWTARN_API std::unique_ptr<Connection> openSqlite(const std::string& path, bool create);
 
 }  // namespace krstore

@@ -4,6 +4,8 @@
 // both of its ends' roles are taken along, so role order is kept exactly.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <unordered_map>
 #include <vector>
 
@@ -15,7 +17,7 @@ namespace krstore {
 
 // Answers unit roots, remembering every step it took (valid while the graph
 // does not change).
-class UnitResolver {
+class KRMWTARN_API UnitResolver {
 public:
     _ADObject* rootOf(_ADObject* o);
 
@@ -24,24 +26,24 @@ private:
     std::unordered_map<_ADObject*, _ADObject*> root_;
 };
 
-struct UnitContent {
+struct KRMWTARN_API UnitContent {
     _ADObject* root = nullptr;
     std::vector<_ADObject*> objects;  // the root first
     std::vector<_ADObject*> links;    // links with both ends set
 };
 
 // The unit whose root is `root`, walked from it through every role.
-UnitContent collectUnit(_ADObject* root, UnitResolver& resolver);
+KRMWTARN_API UnitContent collectUnit(_ADObject* root, UnitResolver& resolver);
 
 // Every unit of the live registry, roots in first-seen order.
-std::vector<UnitContent> collectAllUnits(UnitResolver& resolver);
+KRMWTARN_API std::vector<UnitContent> collectAllUnits(UnitResolver& resolver);
 
 // Calls f(role row, role) for every role of an object (registered link classes only).
 template <class F>
-void forEachRole(_ADObject* o, F&& f);
+KRMWTARN_API void forEachRole(_ADObject* o, F&& f);
 
 // The position of a link in the role of one of its ends (0 source, 1 target), or -1.
-long positionInEnd(_ADObject* link, int end);
+KRMWTARN_API long positionInEnd(_ADObject* link, int end);
 
 }  // namespace krstore
 

@@ -4,17 +4,19 @@
 // views in registration order for tools and tests.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/platform/views/DLLView.h>
 
-#define EWSWTARN_VIEW(NAME, ROOT)      \
-    extern DLLViewType* v_##NAME;      \
-    void _init_##NAME(DLLViewType* view);
+#define EWSWTARN_VIEW(NAME, ROOT)               \
+    extern KRMWTARN_API DLLViewType* v_##NAME; \
+    KRMWTARN_API void _init_##NAME(DLLViewType* view);
 #include <krmwtarn/views/ViewCatalog.def>
 
 // The library's view registration: init() creates the 38 view types in
 // registration order and stores each in its variable (left null when the
 // allocation fails). The trees are built later, by the view service.
-class init_ewswtarn_views : public DLLView_init {
+class KRMWTARN_API init_ewswtarn_views : public DLLView_init {
 public:
     init_ewswtarn_views();
 
@@ -22,7 +24,7 @@ protected:
     void init() override;
 };
 
-struct EwswtarnView {
+struct KRMWTARN_API EwswtarnView {
     const char* name;
     DLLViewType** variable;
     void (*build)(DLLViewType*);
@@ -34,4 +36,4 @@ constexpr int ewswtarnViewCount = 0
 #define EWSWTARN_VIEW(NAME, ROOT) +1
 #include <krmwtarn/views/ViewCatalog.def>
     ;
-extern const EwswtarnView ewswtarnViews[ewswtarnViewCount];
+extern KRMWTARN_API const EwswtarnView ewswtarnViews[ewswtarnViewCount];

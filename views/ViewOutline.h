@@ -4,11 +4,13 @@
 // with the view that expands them).
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <string>
 
 class DLLViewList;
 
-struct ViewShape {
+struct KRMWTARN_API ViewShape {
     int lists = 0;
     int elements = 0;
     int depth = 0;       // list levels on the longest path; the root list is level 1
@@ -16,9 +18,9 @@ struct ViewShape {
 };
 
 // Over the tree itself; delegations are counted, not followed.
-ViewShape measureView(const DLLViewList* root);
+KRMWTARN_API ViewShape measureView(const DLLViewList* root);
 
 // One line per element, in list order, indented two spaces per level:
 //   "- segments → DSContainsSegment", "- adName as rootDBDname",
 //   "- adTarget, flag 1, expanded by view CORVIAPCB".
-std::string viewOutline(const DLLViewList* root);
+KRMWTARN_API std::string viewOutline(const DLLViewList* root);

@@ -8,6 +8,8 @@
 // `rows` joins rows and fragments into one flat array at compile time.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -23,7 +25,7 @@ enum class Kind : std::uint8_t {
     Delegation,  // adTarget/adSource, described by the view type in `*view`, flag 1
 };
 
-struct Row {
+struct KRMWTARN_API Row {
     std::uint8_t level = 0;
     Kind kind = Kind::Attribute;
     const char* name = nullptr;
@@ -107,7 +109,7 @@ constexpr bool wellFormed(const std::array<Row, N>& rows) {
 }
 
 // A view's finished outline, as the tree files hand it to the registration.
-struct Outline {
+struct KRMWTARN_API Outline {
     const Row* rows;
     std::size_t count;
 };

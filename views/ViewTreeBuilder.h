@@ -4,6 +4,8 @@
 // class catalogue gives the role on the class of the list it stands in.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/views/ViewRows.h>
 
 class DLLViewList;
@@ -11,15 +13,15 @@ class DLLViewType;
 
 // The link class of role `role` on class `className` or a superclass, from the
 // attribute tables of the registered components; null when no such role is known.
-const char* viewRoleLinkClass(const char* className, const char* role);
+KRMWTARN_API const char* viewRoleLinkClass(const char* className, const char* role);
 
 // Builds the list of class `className` from the rows [begin, end) whose level is
 // `level` (and, below each role or end row, the deeper rows that follow it). A
 // failed allocation leaves a null node and building goes on; so does a role that
 // the catalogue does not know on the list's class (the element gets no nested list).
-DLLViewList* buildViewList(const char* className, const viewrows::Row* rows, std::size_t begin, std::size_t end,
+KRMWTARN_API DLLViewList* buildViewList(const char* className, const viewrows::Row* rows, std::size_t begin, std::size_t end,
                            int level);
 
 // Builds the whole tree of `outline` under a root list of `rootClass` and
 // attaches it to `view`.
-void buildViewTree(DLLViewType* view, const char* rootClass, const viewrows::Outline& outline);
+KRMWTARN_API void buildViewTree(DLLViewType* view, const char* rootClass, const viewrows::Outline& outline);

@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSArea)
 
-class _DSArea : public kr::SuperImpl<DSArea> {
+class KRMWTARN_API _DSArea : public kr::SuperImpl<DSArea> {
 #define KR_CLASS DSArea
 #define KR_ROWS "krmwtarn/model/dbd/DSArea.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSCompRoutine)
 
-class _DSCompRoutine : public kr::SuperImpl<DSCompRoutine> {
+class KRMWTARN_API _DSCompRoutine : public kr::SuperImpl<DSCompRoutine> {
 #define KR_CLASS DSCompRoutine
 #define KR_ROWS "krmwtarn/model/dbd/DSCompRoutine.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/platform/techobj/DSTechnologyObject.h>
 
 KR_DECLARE_HANDLE(DSDBD)
 
-class _DSDBD : public kr::SuperImpl<DSDBD> {
+class KRMWTARN_API _DSDBD : public kr::SuperImpl<DSDBD> {
 #define KR_CLASS DSDBD
 #define KR_ROWS "krmwtarn/model/dbd/DSDBD.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

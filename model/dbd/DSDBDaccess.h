@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSDBDaccess)
 
-class _DSDBDaccess : public kr::SuperImpl<DSDBDaccess> {
+class KRMWTARN_API _DSDBDaccess : public kr::SuperImpl<DSDBDaccess> {
 #define KR_CLASS DSDBDaccess
 #define KR_ROWS "krmwtarn/model/dbd/DSDBDaccess.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/dbd/DSDBDaccess.h>
 
 KR_DECLARE_HANDLE(DSDBDdedb)
 
-class _DSDBDdedb : public kr::SuperImpl<DSDBDdedb> {
+class KRMWTARN_API _DSDBDdedb : public kr::SuperImpl<DSDBDdedb> {
 #define KR_CLASS DSDBDdedb
 #define KR_ROWS "krmwtarn/model/dbd/DSDBDdedb.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

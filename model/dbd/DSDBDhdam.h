@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/dbd/DSDBDdedb.h>
 
 KR_DECLARE_HANDLE(DSDBDhdam)
 
-class _DSDBDhdam : public kr::SuperImpl<DSDBDhdam> {
+class KRMWTARN_API _DSDBDhdam : public kr::SuperImpl<DSDBDhdam> {
 #define KR_CLASS DSDBDhdam
 #define KR_ROWS "krmwtarn/model/dbd/DSDBDhdam.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/dbd/DSDBDaccess.h>
 
 KR_DECLARE_HANDLE(DSDBDhidam)
 
-class _DSDBDhidam : public kr::SuperImpl<DSDBDhidam> {
+class KRMWTARN_API _DSDBDhidam : public kr::SuperImpl<DSDBDhidam> {
 #define KR_CLASS DSDBDhidam
 #define KR_ROWS "krmwtarn/model/dbd/DSDBDhidam.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

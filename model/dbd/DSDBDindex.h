@@ -5,6 +5,8 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/dbd/DSDBDaccess.h>
 
@@ -13,7 +15,7 @@ class DSSegmentComplex;
 
 KR_DECLARE_HANDLE(DSDBDindex)
 
-class _DSDBDindex : public kr::SuperImpl<DSDBDindex> {
+class KRMWTARN_API _DSDBDindex : public kr::SuperImpl<DSDBDindex> {
 #define KR_CLASS DSDBDindex
 #define KR_ROWS "krmwtarn/model/dbd/DSDBDindex.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/dbd/DSDBDaccess.h>
 
 KR_DECLARE_HANDLE(DSDBDmsdb)
 
-class _DSDBDmsdb : public kr::SuperImpl<DSDBDmsdb> {
+class KRMWTARN_API _DSDBDmsdb : public kr::SuperImpl<DSDBDmsdb> {
 #define KR_CLASS DSDBDmsdb
 #define KR_ROWS "krmwtarn/model/dbd/DSDBDmsdb.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSExit)
 
-class _DSExit : public kr::SuperImpl<DSExit> {
+class KRMWTARN_API _DSExit : public kr::SuperImpl<DSExit> {
 #define KR_CLASS DSExit
 #define KR_ROWS "krmwtarn/model/dbd/DSExit.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSField)
 
-class _DSField : public kr::SuperImpl<DSField> {
+class KRMWTARN_API _DSField : public kr::SuperImpl<DSField> {
 #define KR_CLASS DSField
 #define KR_ROWS "krmwtarn/model/dbd/DSField.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

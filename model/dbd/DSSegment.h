@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSSegment)
 
-class _DSSegment : public kr::SuperImpl<DSSegment> {
+class KRMWTARN_API _DSSegment : public kr::SuperImpl<DSSegment> {
 #define KR_CLASS DSSegment
 #define KR_ROWS "krmwtarn/model/dbd/DSSegment.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/dbd/DSSegment.h>
 
 KR_DECLARE_HANDLE(DSSegmentComplex)
 
-class _DSSegmentComplex : public kr::SuperImpl<DSSegmentComplex> {
+class KRMWTARN_API _DSSegmentComplex : public kr::SuperImpl<DSSegmentComplex> {
 #define KR_CLASS DSSegmentComplex
 #define KR_ROWS "krmwtarn/model/dbd/DSSegmentComplex.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/dbd/DSSegment.h>
 
 KR_DECLARE_HANDLE_NO_ARROW(DSSegmentDEDB)
 
-class _DSSegmentDEDB : public kr::SuperImpl<DSSegmentDEDB> {
+class KRMWTARN_API _DSSegmentDEDB : public kr::SuperImpl<DSSegmentDEDB> {
 #define KR_CLASS DSSegmentDEDB
 #define KR_ROWS "krmwtarn/model/dbd/DSSegmentDEDB.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

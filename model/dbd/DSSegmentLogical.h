@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/dbd/DSSegment.h>
 
 KR_DECLARE_HANDLE(DSSegmentLogical)
 
-class _DSSegmentLogical : public kr::SuperImpl<DSSegmentLogical> {
+class KRMWTARN_API _DSSegmentLogical : public kr::SuperImpl<DSSegmentLogical> {
 #define KR_CLASS DSSegmentLogical
 #define KR_ROWS "krmwtarn/model/dbd/DSSegmentLogical.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

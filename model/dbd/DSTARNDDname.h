@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSTARNDDname)
 
-class _DSTARNDDname : public kr::SuperImpl<DSTARNDDname> {
+class KRMWTARN_API _DSTARNDDname : public kr::SuperImpl<DSTARNDDname> {
 #define KR_CLASS DSTARNDDname
 #define KR_ROWS "krmwtarn/model/dbd/DSTARNDDname.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSTARNDataset)
 
-class _DSTARNDataset : public kr::SuperImpl<DSTARNDataset> {
+class KRMWTARN_API _DSTARNDataset : public kr::SuperImpl<DSTARNDataset> {
 #define KR_CLASS DSTARNDataset
 #define KR_ROWS "krmwtarn/model/dbd/DSTARNDataset.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

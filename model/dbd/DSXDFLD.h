@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSXDFLD)
 
-class _DSXDFLD : public kr::SuperImpl<DSXDFLD> {
+class KRMWTARN_API _DSXDFLD : public kr::SuperImpl<DSXDFLD> {
 #define KR_CLASS DSXDFLD
 #define KR_ROWS "krmwtarn/model/dbd/DSXDFLD.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

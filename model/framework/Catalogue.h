@@ -5,6 +5,8 @@
 // superclass or a link is stated once, in its row.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/platform/repository/ADAttributeEntry.h>
 
 #include <iterator>
@@ -36,7 +38,7 @@ namespace kr {
 
 // An object class's row of classes.def (empty for any other class).
 template <class C>
-struct ClassRow {};
+struct KRMWTARN_API ClassRow {};
 #define KR_OBJECT_CLASS(C, SUPER)   \
     template <>                     \
     struct ClassRow<C> {            \
@@ -53,7 +55,7 @@ using SuperImpl = typename ClassRow<C>::SuperImpl;
 
 // A link class's row of links.def (empty for any other class).
 template <class L>
-struct LinkRow {};
+struct KRMWTARN_API LinkRow {};
 #define KR_LINK(C, S, SR, T, TR, SF, TF)                                        \
     template <>                                                                 \
     struct LinkRow<C> {                                                         \
@@ -82,7 +84,7 @@ constexpr int endOfRole(std::string_view role) noexcept {
 // Names one end of one link class, so that an end class's accessor for that
 // end's role is found by overload, not by role name.
 template <class L, int End>
-struct EndTag {};
+struct KRMWTARN_API EndTag {};
 
 // The class at the other end from `End`.
 template <class L, int End>

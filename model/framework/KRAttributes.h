@@ -5,6 +5,8 @@
 // the typed builders of attribute and role rows.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/Catalogue.h>
 #include <krmwtarn/platform/repository/ADObject.h>
 
@@ -15,7 +17,7 @@
 namespace kr {
 
 // An owned, nul-terminated heap copy (null when unset).
-class OwnedString {
+class KRMWTARN_API OwnedString {
 public:
     OwnedString() noexcept = default;
     OwnedString(const OwnedString&) = delete;
@@ -38,7 +40,7 @@ private:
 // Row type traits: C++ value type, argument type, storage, table name, width and
 // the union members of ADGetter/ADSetter that carry the accessors.
 #define KR_SCALAR_TYPE(TAG, VALUE, NAME, WIDTH, MEMBER)                                              \
-    struct TAG {                                                                                     \
+    struct KRMWTARN_API TAG {                                                                                     \
         using value = VALUE;                                                                         \
         using arg = VALUE;                                                                           \
         using storage = VALUE;                                                                       \
@@ -60,7 +62,7 @@ KR_SCALAR_TYPE(long_t, long, "long", 4, longv)
 KR_SCALAR_TYPE(char_t, char, "char", 1, charv)
 #undef KR_SCALAR_TYPE
 
-struct string_t {
+struct KRMWTARN_API string_t {
     using value = char*;
     using arg = const char*;
     using storage = OwnedString;

@@ -8,6 +8,8 @@
 // source row flagged 0x10000.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/Catalogue.h>
 #include <krmwtarn/model/framework/KRAttributes.h>
 #include <krmwtarn/platform/repository/ADIdentity.h>
@@ -20,7 +22,7 @@ class KVException;
 
 // A link class's catalogue facts (name, end classes, roles and flags) and
 // what its algorithms reach through them.
-struct KRLinkInfo : ADLinkFacts {
+struct KRMWTARN_API KRLinkInfo : ADLinkFacts {
     const char* implName;  // "_DSBasedOn"
     // The role collection of this link class on an object at each end.
     DSModelCollection* (*role[2])(_ADObject*);
@@ -34,7 +36,7 @@ struct KRLinkInfo : ADLinkFacts {
     bool controllerTest(int end) const noexcept { return controlling(1 - end); }
 };
 
-class _KRLink : public _ADLink {
+class KRMWTARN_API _KRLink : public _ADLink {
 public:
     _KRLink(const char* context, const char* objID);
 
@@ -90,7 +92,7 @@ protected:
 // Typed ends of the link class with handle class H: its source and target
 // classes, and ordering, are its row of links.def.
 template <class H>
-class KRLinkImpl : public _KRLink {
+class KRMWTARN_API KRLinkImpl : public _KRLink {
     using S = typename kr::LinkRow<H>::Source;
     using T = typename kr::LinkRow<H>::Target;
 
@@ -177,7 +179,7 @@ constexpr ADAttributeEntry endRow(int end) {
 // constructors (the ordered one only where the source row is ordered), and the
 // members every link implementation declares.
 #define KR_DECLARE_LINK_HANDLE(C, S, T)                                                        \
-    class C : public ADLink {                                                                   \
+    class KRMWTARN_API C : public ADLink {                                                                   \
     public:                                                                                     \
         static constexpr bool ordered = kr::LinkRow<C>::ordered;                                \
         C() noexcept = default;                                                                 \
@@ -207,7 +209,7 @@ public:                                                                         
     static std::int32_t krEndWords[2];
 
 #define KR_DECLARE_LINK_IMPL(C)                                                                 \
-    class KR_IMPL(C) final : public KRLinkImpl<C> {                                             \
+    class KRMWTARN_API KR_IMPL(C) final : public KRLinkImpl<C> {                                             \
         KR_LINK_IMPL_MEMBERS(C)                                                                 \
         static ADAttributeEntry krTable[];                                                      \
     };

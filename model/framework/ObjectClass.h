@@ -4,6 +4,8 @@
 // classes.def, its row list (.def) and its behaviour-less operations.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/Catalogue.h>
 #include <krmwtarn/model/framework/KRAttributes.h>
 #include <krmwtarn/platform/repository/ADIdentity.h>
@@ -20,14 +22,14 @@ public:                                                                         
     explicit C(KR_IMPL(C) * impl) noexcept;
 
 #define KR_DECLARE_HANDLE(C)                                                                        \
-    class C : public kr::SuperHandle<C> {                                                            \
+    class KRMWTARN_API C : public kr::SuperHandle<C> {                                                            \
         KR_DECLARE_HANDLE_BODY(C)                                                                    \
         KR_IMPL(C) * operator->() const noexcept;                                                    \
     };
 
 // A handle that keeps its base's operator-> (DSSegmentDEDB).
 #define KR_DECLARE_HANDLE_NO_ARROW(C)                                                               \
-    class C : public kr::SuperHandle<C> {                                                            \
+    class KRMWTARN_API C : public kr::SuperHandle<C> {                                                            \
         KR_DECLARE_HANDLE_BODY(C)                                                                    \
     };
 

@@ -4,12 +4,14 @@
 // its name "ewswtarn".
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/Catalogue.h>
 #include <krmwtarn/platform/repository/DSRegistration.h>
 
-extern _classStruct ewswtarnClassTable[];
-ADObject* ewswtarnFactory(const char* className, const char* context, const char* objID);
-extern const char* const ewswtarnComponentName;
+extern KRMWTARN_API _classStruct ewswtarnClassTable[];
+KRMWTARN_API ADObject* ewswtarnFactory(const char* className, const char* context, const char* objID);
+extern KRMWTARN_API const char* const ewswtarnComponentName;
 
 // Number of rows of the class table (without the closing row of nulls): the
 // rows of classes.def and links.def.
@@ -21,5 +23,5 @@ class ADLink;
 // constructor does (same checks, same exceptions); with `placeAfter`, as the
 // ordered constructor does, behind `after`. The caller owns the new handle.
 // Null for an unknown link class.
-ADLink* ewswtarnCreateLink(const char* linkClass, ADObject* source, ADObject* target,
+KRMWTARN_API ADLink* ewswtarnCreateLink(const char* linkClass, ADObject* source, ADObject* target,
                            ADObject* after = nullptr, bool placeAfter = false);

@@ -2,9 +2,11 @@
 // Its own rows are in DSDSColl.def; its ends in the catalogue links.def.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/links/DSLinks.h>
 
-class _DSDSColl final : public KRLinkImpl<DSDSColl> {
+class KRMWTARN_API _DSDSColl final : public KRLinkImpl<DSDSColl> {
     KR_LINK_IMPL_MEMBERS(DSDSColl)
 #define KR_CLASS DSDSColl
 #define KR_ROWS "krmwtarn/model/links/DSDSColl.def"

@@ -3,9 +3,11 @@
 // only two operations without behaviour.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/links/DSLinks.h>
 
-class _DSIndex final : public KRLinkImpl<DSIndex> {
+class KRMWTARN_API _DSIndex final : public KRLinkImpl<DSIndex> {
     KR_LINK_IMPL_MEMBERS(DSIndex)
     static ADAttributeEntry krTable[];
 

@@ -2,9 +2,11 @@
 // Its own rows are in DSLChild.def; its ends in the catalogue links.def.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/links/DSLinks.h>
 
-class _DSLChild final : public KRLinkImpl<DSLChild> {
+class KRMWTARN_API _DSLChild final : public KRLinkImpl<DSLChild> {
     KR_LINK_IMPL_MEMBERS(DSLChild)
 #define KR_CLASS DSLChild
 #define KR_ROWS "krmwtarn/model/links/DSLChild.def"

@@ -2,9 +2,11 @@
 // Its own rows are in DSParent.def; its ends in the catalogue links.def.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/links/DSLinks.h>
 
-class _DSParent final : public KRLinkImpl<DSParent> {
+class KRMWTARN_API _DSParent final : public KRLinkImpl<DSParent> {
     KR_LINK_IMPL_MEMBERS(DSParent)
 #define KR_CLASS DSParent
 #define KR_ROWS "krmwtarn/model/links/DSParent.def"

@@ -2,9 +2,11 @@
 // Its own rows are in DSSource.def; its ends in the catalogue links.def.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/links/DSLinks.h>
 
-class _DSSource final : public KRLinkImpl<DSSource> {
+class KRMWTARN_API _DSSource final : public KRLinkImpl<DSSource> {
     KR_LINK_IMPL_MEMBERS(DSSource)
 #define KR_CLASS DSSource
 #define KR_ROWS "krmwtarn/model/links/DSSource.def"

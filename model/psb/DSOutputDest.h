@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSOutputDest)
 
-class _DSOutputDest : public kr::SuperImpl<DSOutputDest> {
+class KRMWTARN_API _DSOutputDest : public kr::SuperImpl<DSOutputDest> {
 #define KR_CLASS DSOutputDest
 #define KR_ROWS "krmwtarn/model/psb/DSOutputDest.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/platform/techobj/DSTechnologyObject.h>
 
 KR_DECLARE_HANDLE(DSPCB)
 
-class _DSPCB : public kr::SuperImpl<DSPCB> {
+class KRMWTARN_API _DSPCB : public kr::SuperImpl<DSPCB> {
 #define KR_CLASS DSPCB
 #define KR_ROWS "krmwtarn/model/psb/DSPCB.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/psb/DSPCBtype.h>
 
 KR_DECLARE_HANDLE(DSPCBbased)
 
-class _DSPCBbased : public kr::SuperImpl<DSPCBbased> {
+class KRMWTARN_API _DSPCBbased : public kr::SuperImpl<DSPCBbased> {
 #define KR_CLASS DSPCBbased
 #define KR_ROWS "krmwtarn/model/psb/DSPCBbased.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/psb/DSPCBbased.h>
 
 KR_DECLARE_HANDLE(DSPCBdb)
 
-class _DSPCBdb : public kr::SuperImpl<DSPCBdb> {
+class KRMWTARN_API _DSPCBdb : public kr::SuperImpl<DSPCBdb> {
 #define KR_CLASS DSPCBdb
 #define KR_ROWS "krmwtarn/model/psb/DSPCBdb.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

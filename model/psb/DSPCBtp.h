@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/psb/DSPCBtype.h>
 
 KR_DECLARE_HANDLE(DSPCBtp)
 
-class _DSPCBtp : public kr::SuperImpl<DSPCBtp> {
+class KRMWTARN_API _DSPCBtp : public kr::SuperImpl<DSPCBtp> {
 #define KR_CLASS DSPCBtp
 #define KR_ROWS "krmwtarn/model/psb/DSPCBtp.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSPCBtype)
 
-class _DSPCBtype : public kr::SuperImpl<DSPCBtype> {
+class KRMWTARN_API _DSPCBtype : public kr::SuperImpl<DSPCBtype> {
 #define KR_CLASS DSPCBtype
 #define KR_ROWS "krmwtarn/model/psb/DSPCBtype.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/platform/techobj/DSTechnologyObject.h>
 
 KR_DECLARE_HANDLE(DSPSB)
 
-class _DSPSB : public kr::SuperImpl<DSPSB> {
+class KRMWTARN_API _DSPSB : public kr::SuperImpl<DSPSB> {
 #define KR_CLASS DSPSB
 #define KR_ROWS "krmwtarn/model/psb/DSPSB.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

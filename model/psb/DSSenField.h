@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSSenField)
 
-class _DSSenField : public kr::SuperImpl<DSSenField> {
+class KRMWTARN_API _DSSenField : public kr::SuperImpl<DSSenField> {
 #define KR_CLASS DSSenField
 #define KR_ROWS "krmwtarn/model/psb/DSSenField.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

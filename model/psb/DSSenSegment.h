@@ -5,12 +5,14 @@
 // and a change bit, in row order.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/model/framework/ObjectClass.h>
 #include <krmwtarn/model/framework/ObjectClass.h>
 
 KR_DECLARE_HANDLE(DSSenSegment)
 
-class _DSSenSegment : public kr::SuperImpl<DSSenSegment> {
+class KRMWTARN_API _DSSenSegment : public kr::SuperImpl<DSSenSegment> {
 #define KR_CLASS DSSenSegment
 #define KR_ROWS "krmwtarn/model/psb/DSSenSegment.def"
 #include <krmwtarn/model/framework/ObjectBody.inc>

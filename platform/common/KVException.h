@@ -3,11 +3,13 @@
 // thrown as a pointer to a newly allocated object that the catcher deletes.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <initializer_list>
 #include <string>
 #include <vector>
 
-class KVException {
+class KRMWTARN_API KVException {
 public:
     KVException(const char* first, long number, std::initializer_list<const char*> texts = {});
     KVException(const char* first, long number, const char* t1, const char* t2 = nullptr,

@@ -3,9 +3,11 @@
 // in insertion order. The collection does not own what its items point to.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <vector>
 
-class RSCollection {
+class KRMWTARN_API RSCollection {
 public:
     // `sizeHint` is the number of items expected; 0 when unknown.
     explicit RSCollection(int sizeHint);

@@ -4,22 +4,24 @@
 // error unless a caller installs a sink of its own.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <functional>
 
-extern int TRACEFLAG;
-extern int TRACELINE;
-extern const char* TRACEFILENAME;
+extern KRMWTARN_API int TRACEFLAG;
+extern KRMWTARN_API int TRACELINE;
+extern KRMWTARN_API const char* TRACEFILENAME;
 
 // Nonzero when critical-level messages are wanted (the default once tracing is on).
-int KRGCRIT();
-void KRGTRACE(const char* message);
+KRMWTARN_API int KRGCRIT();
+KRMWTARN_API void KRGTRACE(const char* message);
 
 namespace krtrace {
 // Receives each message with the line and file recorded for it.
 using Sink = std::function<void(const char* message, int line, const char* file)>;
 // Install a sink (an empty one restores standard error); returns the previous one.
-Sink setSink(Sink sink);
-void setCritical(bool on);
+KRMWTARN_API Sink setSink(Sink sink);
+KRMWTARN_API void setCritical(bool on);
 }  // namespace krtrace
 
 // Write a message through the trace facility when tracing is on.

@@ -4,6 +4,8 @@
 // adName. They are parts (_KVPart), so they carry annotations and dependencies.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/platform/dictionary/DictionaryLinks.h>
 #include <krmwtarn/platform/repository/ADIdentity.h>
 #include <krmwtarn/platform/techobj/DSTechnologyObject.h>
@@ -42,14 +44,14 @@
 // one, which must be a role of this class in DictionaryLinks.def).
 #define KR_DICTIONARY_CLASS(C, SUPER, ROLES)                                                   \
     class _##C;                                                                                \
-    class C : public ADObject {                                                                \
+    class KRMWTARN_API C : public ADObject {                                                                \
     public:                                                                                    \
         C() noexcept = default;                                                                \
         C(const char* context, const char* objID, int instantiate);                            \
         explicit C(_##C* impl) noexcept;                                                       \
         _##C* operator->() const noexcept;                                                     \
     };                                                                                         \
-    class _##C : public _##SUPER {                                                             \
+    class KRMWTARN_API _##C : public _##SUPER {                                                           \
     public:                                                                                    \
         _##C(const char* context, const char* objID, int instantiate = 1);                     \
         ~_##C() override;                                                                      \

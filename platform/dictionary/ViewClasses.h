@@ -4,9 +4,11 @@
 // structure definitions and the dictionary's own links to them.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/platform/repository/DSRegistration.h>
 
 // The record that describes these classes (no factory: no objects of them are
 // made here). Registered on the first call; the view service calls this before
 // it registers the data-dictionary views.
-DSRegistration& DSDictionary_viewClasses();
+KRMWTARN_API DSRegistration& DSDictionary_viewClasses();

@@ -6,6 +6,8 @@
 // is live, so generic code never casts between function types.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <cstdint>
 #include <string_view>
 
@@ -49,7 +51,7 @@ union ADSetter {
     void (_ADObject::*end)(ADObject*, omSetProcessing);
 };
 
-struct ADAttributeEntry {
+struct KRMWTARN_API ADAttributeEntry {
     const char* name;      // attribute or role name
     const char* inverse;   // role name at the other end; null for an attribute
     const char* type;      // value type name, or the class at the other end
@@ -101,7 +103,7 @@ enum : int { adSource = 0, adTarget = 1 };
 // What a link catalogue states of one link class: its name, and per end the
 // class there, the role that joins the link on an object of that class, and
 // the end row's flags. Every row that describes the link derives from this.
-struct ADLinkFacts {
+struct KRMWTARN_API ADLinkFacts {
     const char* name;
     const char* endClass[2];
     const char* endRole[2];

@@ -4,9 +4,11 @@
 // and "target".
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/platform/repository/ADObject.h>
 
-class ADLink : public ADObject {
+class KRMWTARN_API ADLink : public ADObject {
 public:
     ADLink() noexcept = default;
     ADLink(const char* context, const char* objID, int instantiate) noexcept
@@ -19,7 +21,7 @@ enum : unsigned char {
     adEndTarget = 2,
 };
 
-class _ADLink : public _ADObject {
+class KRMWTARN_API _ADLink : public _ADObject {
 public:
     _ADLink(const char* context, const char* objID, int instantiate = 1);
 

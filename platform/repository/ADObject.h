@@ -4,6 +4,8 @@
 // notification hooks and the reflective base operations every class chains to.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/platform/repository/ADAttributeEntry.h>
 
 #include <cstdint>
@@ -15,7 +17,7 @@ class _ADObject;
 class DSModelCollection;
 
 // Handle: one pointer to an implementation, counted in its use count.
-class ADObject {
+class KRMWTARN_API ADObject {
 public:
     ADObject() noexcept : impl_(nullptr) {}
     // Base of construction by identity: refers to nothing until a class sets it.
@@ -63,7 +65,7 @@ protected:
 };
 
 // The version an object lives in.
-class ADRepositoryKey {
+class KRMWTARN_API ADRepositoryKey {
 public:
     explicit ADRepositoryKey(std::string version) : version_(std::move(version)) {}
     const char* getVersionString() const noexcept { return version_.c_str(); }
@@ -83,7 +85,7 @@ enum : unsigned {
     adStatusDeleted = 2,
 };
 
-class _ADObject {
+class KRMWTARN_API _ADObject {
 public:
     _ADObject(const char* context, const char* objID, int instantiate = 1);
     _ADObject(const _ADObject&) = delete;
@@ -163,12 +165,12 @@ private:
 
 // Observers of what objects tell the repository client.
 namespace adnotify {
-struct Listener {
+struct KRMWTARN_API Listener {
     std::function<void(_ADObject*, const char*)> notification;
     std::function<void(_ADObject*)> changeFlag;
 };
 // Install a listener (an empty one stops observing); returns the previous one.
-Listener setListener(Listener listener);
+KRMWTARN_API Listener setListener(Listener listener);
 }  // namespace adnotify
 
 #include <krmwtarn/platform/repository/DSModelCollection.h>

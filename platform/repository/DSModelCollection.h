@@ -5,11 +5,13 @@
 // belong in it (see the constructor); a plain collection takes any handle.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/platform/repository/ADObject.h>
 
 #include <vector>
 
-class DSModelCollection {
+class KRMWTARN_API DSModelCollection {
 public:
     DSModelCollection() = default;
     // The collection of a role, described by its row in the owner's attribute

@@ -4,11 +4,13 @@
 // on each other is dropped, so object graphs with cycles are freed.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <cstddef>
 
 class _ADObject;
 
-class DSRegistrar {
+class KRMWTARN_API DSRegistrar {
 public:
     static _ADObject* findObj(const char* className, const char* objID, const char* context);
     // Registers under the object's class name, ID and context. Answers 1, or 0

@@ -4,12 +4,14 @@
 // superclass and attribute table) and make objects of it through the factory.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/platform/repository/ADAttributeEntry.h>
 
 #include <vector>
 
 // One row of a component's class table; the table ends with a row of nulls.
-struct _classStruct {
+struct KRMWTARN_API _classStruct {
     const char* className;
     const char* superclassName;
     ADAttributeEntry* attributes;
@@ -17,7 +19,7 @@ struct _classStruct {
 
 typedef ADObject* (*DSFactoryFn)(const char* className, const char* context, const char* objID);
 
-class DSRegistration {
+class KRMWTARN_API DSRegistration {
 public:
     // A factory may be null for a component that only describes classes.
     DSRegistration(DSFactoryFn factory, _classStruct* classTable, const char* componentName);

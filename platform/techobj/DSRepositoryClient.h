@@ -4,13 +4,15 @@
 // operations answer 0 and leave everything in memory as it is.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 class _ADObject;
 class DSModelCollection;
 
 // The operations a repository performs on the unit of an object (the unit of
 // its topmost controller). Each answers 0 when done; a refusal is thrown as a
 // KVException* with a message, and leaves the objects in memory as they were.
-class DSRepositoryBackend {
+class KRMWTARN_API DSRepositoryBackend {
 public:
     virtual ~DSRepositoryBackend() = default;
     virtual int store(_ADObject* object) = 0;
@@ -26,8 +28,8 @@ public:
 
 namespace dsrepository {
 // The repository the unit operations go to, or null (objects in memory only).
-DSRepositoryBackend* current() noexcept;
+KRMWTARN_API DSRepositoryBackend* current() noexcept;
 // Make `backend` the current repository (null: none); answers the previous one.
 // The caller keeps ownership.
-DSRepositoryBackend* install(DSRepositoryBackend* backend) noexcept;
+KRMWTARN_API DSRepositoryBackend* install(DSRepositoryBackend* backend) noexcept;
 }  // namespace dsrepository

@@ -4,12 +4,14 @@
 // The unit operations go to the current repository (DSRepositoryClient.h).
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/platform/repository/ADObject.h>
 #include <krmwtarn/platform/techobj/DSmacro.h>
 
 class DSTechnologyObject;
 
-class _KVPart : public _ADObject {
+class KRMWTARN_API _KVPart : public _ADObject {
 public:
     _KVPart(const char* context, const char* objID, int instantiate = 1);
     int isNamedObject() override;
@@ -34,7 +36,7 @@ private:
     DSModelCollection dependents_;
 };
 
-class _DSCorviaObject : public _KVPart {
+class KRMWTARN_API _DSCorviaObject : public _KVPart {
 public:
     _DSCorviaObject(const char* context, const char* objID);
     virtual int copy();
@@ -55,13 +57,13 @@ public:
     virtual int isDependent(DSTechnologyObject* other);
 };
 
-class _DSTechnologyObject : public _DSCorviaObject {
+class KRMWTARN_API _DSTechnologyObject : public _DSCorviaObject {
 public:
     _DSTechnologyObject(const char* context, const char* objID);
     int isKindOf(const char* className) override;
 };
 
-class DSTechnologyObject : public ADObject {
+class KRMWTARN_API DSTechnologyObject : public ADObject {
 public:
     DSTechnologyObject() noexcept = default;
     DSTechnologyObject(const char* context, const char* objID, int instantiate) noexcept

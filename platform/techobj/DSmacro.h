@@ -3,7 +3,9 @@
 // empty statement.
 #pragma once
 
-class DSmacro {
+#include <krmwtarn/platform/common/Export.h>
+
+class KRMWTARN_API DSmacro {
 public:
     static DSmacro& empty() noexcept;
     const char* text() const noexcept { return ""; }

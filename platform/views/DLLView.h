@@ -5,6 +5,8 @@
 // registration objects (DLLView_init) are how components hand in their view types.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/platform/common/RSCollection.h>
 
 #include <cstddef>
@@ -19,9 +21,9 @@ class DLLViewType;
 // which a test can make refuse allocations through a gate.
 typedef bool (*DLLViewAllocGate)();
 // Installs the gate (null: no gate); returns the one it replaces.
-DLLViewAllocGate DLLView_setAllocGate(DLLViewAllocGate gate);
+KRMWTARN_API DLLViewAllocGate DLLView_setAllocGate(DLLViewAllocGate gate);
 // Memory for one record, or null when the gate refuses or memory is out.
-void* DLLView_allocate(std::size_t size) noexcept;
+KRMWTARN_API void* DLLView_allocate(std::size_t size) noexcept;
 
 #define DLLVIEW_RECORD_ALLOCATION                                                                   \
     static void* operator new(std::size_t size, const std::nothrow_t&) noexcept {                   \
@@ -35,7 +37,7 @@ void* DLLView_allocate(std::size_t size) noexcept;
 
 // One element of a view list. The component that builds a tree supplies the
 // three constructors; the form of an element is given by which one built it.
-class DLLViewElem {
+class KRMWTARN_API DLLViewElem {
 public:
     // Attribute element: nested list and view type null.
     DLLViewElem(DLLViewElem* next, const char* name, long flags, const char* alias);
@@ -58,7 +60,7 @@ private:
 };
 
 // One list of a view tree: the objects of one class.
-class DLLViewList {
+class KRMWTARN_API DLLViewList {
 public:
     // Stores the class name and flags; when `first` is not null, takes the chain
     // first, first->next, ... into the element collection (loadViewElems).
@@ -84,11 +86,11 @@ private:
 
 // Frees a tree built from heap records: the lists and elements reachable over
 // nested lists. Delegations are not followed; those trees belong to their types.
-void DLLView_releaseTree(DLLViewList* root);
+KRMWTARN_API void DLLView_releaseTree(DLLViewList* root);
 
 // A named view type. Its tree is made by its build function, which the service
 // runs with the view type as argument the first time the tree is asked for.
-class DLLViewType {
+class KRMWTARN_API DLLViewType {
 public:
     typedef void (*BuildFunction)(DLLViewType*);
 
@@ -126,7 +128,7 @@ private:
 // Base of a component's view-registration object. The service runs init() of
 // every registration object once, in the order the objects were constructed;
 // init() creates the component's view types.
-class DLLView_init {
+class KRMWTARN_API DLLView_init {
 public:
     DLLView_init();
     virtual ~DLLView_init();

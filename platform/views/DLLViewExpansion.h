@@ -7,6 +7,8 @@
 // expanded on the current path (then only the object's identity is kept).
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <krmwtarn/platform/repository/ADObject.h>
 #include <krmwtarn/platform/views/DLLView.h>
 
@@ -17,7 +19,7 @@ struct DLLViewNode;
 
 // A value read through an attribute row: its row type name, null or a text or
 // a number ("char" values are kept as a one-character text, 0 as "").
-struct DLLViewValue {
+struct KRMWTARN_API DLLViewValue {
     const char* type = nullptr;
     bool isNull = true;
     std::string text;
@@ -25,7 +27,7 @@ struct DLLViewValue {
 };
 
 // One element's contribution to an object's node.
-struct DLLViewEntry {
+struct KRMWTARN_API DLLViewEntry {
     enum Kind { Value, Role, End };
     Kind kind = Value;
     const DLLViewElem* element = nullptr;
@@ -34,7 +36,7 @@ struct DLLViewEntry {
 };
 
 // An object or a link object with the entries its list selected.
-struct DLLViewNode {
+struct KRMWTARN_API DLLViewNode {
     _ADObject* object = nullptr;
     const DLLViewList* list = nullptr;      // null where a delegation stopped
     const DLLViewType* delegated = nullptr; // the view this node was expanded by, if delegated
@@ -43,13 +45,13 @@ struct DLLViewNode {
 
 // Expands `view` over `root`. The root must be a kind of the view's root class;
 // otherwise the result has no list and no entries.
-DLLViewNode DLLView_expand(DLLViewType* view, _ADObject* root);
+KRMWTARN_API DLLViewNode DLLView_expand(DLLViewType* view, _ADObject* root);
 
 // The attribute-table row of `name` on the object's class or its superclasses.
-const ADAttributeEntry* DLLView_findRow(_ADObject* object, const char* name);
+KRMWTARN_API const ADAttributeEntry* DLLView_findRow(_ADObject* object, const char* name);
 
 // Reads a plain attribute through its row.
-DLLViewValue DLLView_readValue(_ADObject* object, const ADAttributeEntry& row);
+KRMWTARN_API DLLViewValue DLLView_readValue(_ADObject* object, const ADAttributeEntry& row);
 
 // Counts the nodes of an expansion (objects and links), for reports and tests.
-std::size_t DLLView_nodeCount(const DLLViewNode& node);
+KRMWTARN_API std::size_t DLLView_nodeCount(const DLLViewNode& node);

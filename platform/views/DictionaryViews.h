@@ -3,18 +3,20 @@
 // views of data elements, data structures and their aliases.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 class DLLViewType;
 
-extern DLLViewType* v_CVQDATAELEMENT;
-extern DLLViewType* v_CVQDATASTRUCTURE;
-extern DLLViewType* v_CVQDSALIAS;
-extern DLLViewType* v_CORVIADATAELEMENT;
-extern DLLViewType* v_CORVIADATASTRUCTURE;
-extern DLLViewType* v_CORVIADEALIAS;
-extern DLLViewType* v_CORVIADSALIAS;
+extern KRMWTARN_API DLLViewType* v_CVQDATAELEMENT;
+extern KRMWTARN_API DLLViewType* v_CVQDATASTRUCTURE;
+extern KRMWTARN_API DLLViewType* v_CVQDSALIAS;
+extern KRMWTARN_API DLLViewType* v_CORVIADATAELEMENT;
+extern KRMWTARN_API DLLViewType* v_CORVIADATASTRUCTURE;
+extern KRMWTARN_API DLLViewType* v_CORVIADEALIAS;
+extern KRMWTARN_API DLLViewType* v_CORVIADSALIAS;
 
 // Registers the dictionary's class descriptions and creates its seven view
 // types, the first time only. DLLView_init::initAll calls it before it runs any
 // component's registration, so the variables above are set when trees that
 // delegate to them are built.
-void DLLView_registerDictionaryViews();
+KRMWTARN_API void DLLView_registerDictionaryViews();
