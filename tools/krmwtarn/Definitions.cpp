@@ -1,55 +1,92 @@
-// Definitions.cpp — the sample or the loaded decks as the view commands'
-// definitions, and how a view's root is found in them.
+// Definitions.cpp — the sample, the loaded decks or the retrieved repository as
+// the view commands' definitions, and how a view's root is found in them.
 #include "tools/krmwtarn/Definitions.h"
 
+#include <krmwtarn/platform/common/KVException.h>
 #include <krmwtarn/source/DeckLoader.h>
+#include <krmwtarn/store/Repository.h>
 
+#include <algorithm>
 #include <cstring>
 #include <iostream>
+#include <tuple>
 
 namespace krmwtarn {
+namespace {
+// The sample's usual roots: its HIDAM DBD, its PSB and first PCB, and the
+// dictionary objects that describe the patient segment.
+const char* usualName(const char* cls) {
+    return !std::strcmp(cls, "DSDBD")                  ? "HOSPDBD"
+           : !std::strcmp(cls, "DSPSB")                ? "HOSPPSB"
+           : !std::strcmp(cls, "DSPCB")                ? "HOSPPSB.PCB1"
+           : !std::strcmp(cls, "DSDataStructureAlias") ? "WARD-TEXT"
+                                                       : "PATNAME-TEXT";
+}
 
-Definitions::Definitions(const std::vector<std::string>& decks) {
-    if (decks.empty()) {
-        sample_ = sample::build();
-        version_ = sample::kVersion;
-        const sample::Model& m = *sample_;
-        for (const DSDBD* d : {&m.hospital, &m.hospIndex, &m.nameIndex, &m.logical, &m.dedb, &m.hdam, &m.msdb})
-            roots_.emplace_back(d->impl());
-        roots_.emplace_back(m.psb.impl());
+bool named(_ADObject* o, const char* name) {
+    return !std::strcmp(o->objID(), name) || (o->_get_adName() && !std::strcmp(o->_get_adName(), name));
+}
+}  // namespace
+
+Definitions::Definitions(const std::vector<std::string>& decks, const std::string& repo) {
+    if (!decks.empty()) {
+        origin_ = "what the decks define";
+        krsource::LoadResult r = krsource::loadDeckFiles(decks);
+        for (const krsource::Diagnostic& d : r.diagnostics) std::cerr << d.text() << "\n";
+        ok_ = r.ok();
+        if (!ok_) return;
+        for (const DSDBD& d : r.dbds) roots_.emplace_back(d.impl());
+        for (const DSPSB& p : r.psbs) roots_.emplace_back(p.impl());
         return;
     }
-    version_ = krsource::kDeckVersion;
-    krsource::LoadResult r = krsource::loadDeckFiles(decks);
-    for (const krsource::Diagnostic& d : r.diagnostics) std::cerr << d.text() << "\n";
-    ok_ = r.ok();
-    if (!ok_) return;
-    for (const DSDBD& d : r.dbds) roots_.emplace_back(d.impl());
-    for (const DSPSB& p : r.psbs) roots_.emplace_back(p.impl());
+    if (!repo.empty()) {
+        origin_ = "the repository";
+        try {
+            repository_ = krstore::Repository::open(repo);
+            repository_->retrieveAll();
+        } catch (KVException* e) {
+            std::cerr << "krmwtarn: " << (e->text(0) ? e->text(0) : e->message().c_str()) << "\n";
+            delete e;
+            ok_ = false;
+            return;
+        }
+        DSRegistrar::forEach([&](_ADObject* o) {
+            if (!std::strcmp(o->whoAmI(), "DSDBD") || !std::strcmp(o->whoAmI(), "DSPSB")) roots_.emplace_back(o);
+        });
+        // DBDs before PSBs, each by version and ID, so every run lists them alike.
+        auto order = [](const ADObject& o) {
+            return std::make_tuple(std::strcmp(o->whoAmI(), "DSDBD") != 0, std::string(o->context()),
+                                   std::string(o->objID()));
+        };
+        std::sort(roots_.begin(), roots_.end(), [&](const ADObject& a, const ADObject& b) { return order(a) < order(b); });
+        return;
+    }
+    sample_ = sample::build();
+    const sample::Model& m = *sample_;
+    for (const DSDBD* d : {&m.hospital, &m.hospIndex, &m.nameIndex, &m.logical, &m.dedb, &m.hdam, &m.msdb})
+        roots_.emplace_back(d->impl());
+    roots_.emplace_back(m.psb.impl());
 }
 
 Definitions::~Definitions() {
     roots_.clear();
     sample_.reset();
     DSRegistrar::releaseAll();
+    repository_.reset();
 }
 
 _ADObject* Definitions::find(const char* cls, const char* name) const {
-    if (name) return DSRegistrar::findObj(cls, name, version_);
-    if (sample_) {
-        // The sample's usual roots: its HIDAM DBD, its PSB and first PCB, and
-        // the dictionary objects that describe the patient segment.
-        const char* usual = !std::strcmp(cls, "DSDBD")                  ? "HOSPDBD"
-                            : !std::strcmp(cls, "DSPSB")                ? "HOSPPSB"
-                            : !std::strcmp(cls, "DSPCB")                ? "HOSPPSB.PCB1"
-                            : !std::strcmp(cls, "DSDataStructureAlias") ? "WARD-TEXT"
-                                                                        : "PATNAME-TEXT";
-        _ADObject* found = DSRegistrar::findObj(cls, usual, version_);
-        // The field-text view is rooted in a dictionary element alias.
-        if (!found && !std::strcmp(cls, "DSDataElementAlias")) found = DSRegistrar::findObj("DSSDDAlias", usual, version_);
-        return found;
-    }
-    // Loaded decks: the first DBD or PSB, or the first PCB of the first PSB.
+    const char* wanted = name ? name : usualName(cls);
+    _ADObject* found = nullptr;
+    DSRegistrar::forEach([&](_ADObject* o) {
+        if (!found && o->isKindOf(cls) && named(o, wanted)) found = o;
+    });
+    // The field-text view is rooted in a dictionary element alias.
+    if (!found && !std::strcmp(cls, "DSDataElementAlias"))
+        DSRegistrar::forEach([&](_ADObject* o) {
+            if (!found && !std::strcmp(o->whoAmI(), "DSSDDAlias") && named(o, wanted)) found = o;
+        });
+    if (found || name) return found;
     for (const ADObject& r : roots_) {
         if (r->isKindOf(cls)) return r.impl();
         if (!std::strcmp(cls, "DSPCB") && r->isKindOf("DSPSB")) {

@@ -73,8 +73,9 @@ private:
 };
 }  // namespace
 
-int krmwtarn::graph(const std::optional<std::string>& name, const std::vector<std::string>& decks) {
-    Definitions defs(decks);
+int krmwtarn::graph(const std::optional<std::string>& name, const std::vector<std::string>& decks,
+                    const std::string& repo) {
+    Definitions defs(decks, repo);
     if (!defs.ok()) return exitBadInput;
     const char* root = name ? name->c_str() : nullptr;
     _ADObject* start = nullptr;

@@ -67,7 +67,7 @@ nlohmann::json exportAgain(const nlohmann::json& read, const std::vector<std::un
 }  // namespace
 
 int krmwtarn::expand(const std::string& viewName, const std::optional<std::string>& rootGiven, bool asJson,
-                     const std::vector<std::string>& decks) {
+                     const std::vector<std::string>& decks, const std::string& repo) {
     DLLView_init::initAll();
     DLLViewType* view = DLLViewType::find(viewName.c_str());
     if (!view) {
@@ -75,7 +75,7 @@ int krmwtarn::expand(const std::string& viewName, const std::optional<std::strin
         return exitBadInput;
     }
     const char* rootName = rootGiven ? rootGiven->c_str() : nullptr;
-    Definitions defs(decks);
+    Definitions defs(decks, repo);
     if (!defs.ok()) return exitBadInput;
     int status = exitDone;
     DLLViewList* list = view->_get_adViewList();
@@ -94,10 +94,11 @@ int krmwtarn::expand(const std::string& viewName, const std::optional<std::strin
     return status;
 }
 
-int krmwtarn::exportDefinitions(const std::string& file, const std::vector<std::string>& decks) {
+int krmwtarn::exportDefinitions(const std::string& file, const std::vector<std::string>& decks,
+                                const std::string& repo) {
     nlohmann::json docs;
     {
-        Definitions defs(decks);
+        Definitions defs(decks, repo);
         if (!defs.ok()) return exitBadInput;
         docs = documentsOf(defs);
     }

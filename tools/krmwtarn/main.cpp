@@ -97,7 +97,7 @@ int main(int argc, char** argv) {
     positional(demo, "ROOT", demoRoot, "The sample object to expand it over (default: the view's usual root)");
     takesDecks(demo);
     demo->callback([&] {
-        run = [&, root = rootIfGiven(demo, "ROOT", demoRoot)] { return krmwtarn::expand(demoView, root, false, decks); };
+        run = [&, root = rootIfGiven(demo, "ROOT", demoRoot)] { return krmwtarn::expand(demoView, root, false, decks, repoPath); };
     });
 
     std::string expandView, expandRoot;
@@ -110,8 +110,7 @@ int main(int argc, char** argv) {
     takesDecks(expand);
     expand->callback([&] {
         run = [&, root = rootIfGiven(expand, "--root", expandRoot)] {
-            if (!repoPath.empty()) return repocmd::expand(repoPath, expandView, root.value_or(""), std::cout, std::cerr);
-            return krmwtarn::expand(expandView, root, expandJson, decks);
+            return krmwtarn::expand(expandView, root, expandJson, decks, repoPath);
         };
     });
 
@@ -121,8 +120,7 @@ int main(int argc, char** argv) {
     takesDecks(exportCommand);
     exportCommand->callback([&] {
         run = [&] {
-            if (!repoPath.empty()) return repocmd::exportAll(repoPath, std::cout, std::cerr);
-            return krmwtarn::exportDefinitions(exportFile, decks);
+            return krmwtarn::exportDefinitions(exportFile, decks, repoPath);
         };
     });
 
@@ -139,7 +137,7 @@ int main(int argc, char** argv) {
     positional(graph, "NAME", graphRoot, "A DBD, PSB or PCB (default: HOSPDBD, or the first DBD of the decks)");
     takesDecks(graph);
     graph->callback([&] {
-        run = [&, root = rootIfGiven(graph, "NAME", graphRoot)] { return krmwtarn::graph(root, decks); };
+        run = [&, root = rootIfGiven(graph, "NAME", graphRoot)] { return krmwtarn::graph(root, decks, repoPath); };
     });
 
     std::vector<std::string> loadDecks;
