@@ -1,13 +1,16 @@
 #!/usr/bin/env bash
-# Builds everything and runs every test suite: a plain debug build (whose model
-# tests and short randomized runs then also run under valgrind memcheck), then
-# the AddressSanitizer + UndefinedBehaviorSanitizer build.
+# Builds everything and runs every test suite: the sources' format, a plain
+# debug build (whose model tests and short randomized runs then also run under
+# valgrind memcheck), the AddressSanitizer + UndefinedBehaviorSanitizer build,
+# and a clang build; every build treats a compiler warning as an error.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh
 jobs="$(nproc)"
-for preset in debug sanitize; do
-  cmake --preset "$preset" >/dev/null
+# Every C++ source is formatted as .clang-format says.
+git ls-files -z '*.h' '*.cpp' | xargs -0 clang-format --dry-run --Werror
+for preset in debug sanitize clang; do
+  cmake --preset "$preset" -DKRMWTARN_WERROR=ON >/dev/null
   cmake --build --preset "$preset" -j"$jobs"
   ctest --preset "$preset" -j"$jobs"
   if [ "$preset" = debug ]; then bash scripts/valgrind.sh build/debug; fi
