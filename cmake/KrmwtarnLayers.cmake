@@ -46,6 +46,6 @@ function(krmwtarn_layer name)
   foreach(e IN LISTS L_EXCLUDE)
     list(APPEND excludes PATTERN ${e} EXCLUDE)
   endforeach()
-  install(DIRECTORY ${name}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/krmwtarn/${name}
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/${name}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/krmwtarn/${name}
     FILES_MATCHING PATTERN "*.h" PATTERN "*.def" PATTERN "*.inc" ${excludes})
 endfunction()
