@@ -1,6 +1,7 @@
-// DSDictionary.cpp — the dictionary classes and the class descriptions of the
-// platform's own classes (base objects, links, parts, technology objects and
-// dictionary classes), registered so clients can look any class up by name.
+// DSDictionary.cpp — the dictionary classes (the data element alias below the
+// SDD alias) and the class descriptions of the platform's own classes (base
+// objects, links, parts, technology objects and dictionary classes),
+// registered so clients can look any class up by name.
 #include "platform/dictionary/DSDictionary.h"
 
 #include "platform/repository/ADLink.h"
@@ -46,12 +47,34 @@
 #define KR_DEFINE_ONE(C, SUPER, ROLES) KR_DEFINE_DICTIONARY_CLASS(C, SUPER, ROLES)
 KR_DICTIONARY_CLASSES(KR_DEFINE_ONE)
 
+DSDataElementAlias::DSDataElementAlias(const char* context, const char* objID, int instantiate) {
+    adopt(adAcquire<_DSDataElementAlias>("DSDataElementAlias", context, objID, instantiate));
+}
+DSDataElementAlias::DSDataElementAlias(_DSDataElementAlias* impl) noexcept : DSSDDAlias(impl) {}
+_DSDataElementAlias::_DSDataElementAlias(const char* context, const char* objID, int instantiate)
+    : _DSSDDAlias(context, objID, instantiate) {}
+_DSDataElementAlias::~_DSDataElementAlias() { releaseLastHandle(); }
+const char* _DSDataElementAlias::whoAmI() { return "DSDataElementAlias"; }
+ADObject* _DSDataElementAlias::createNewHandle() { return new (std::nothrow) DSDataElementAlias(this); }
+int _DSDataElementAlias::isKindOf(const char* className) {
+    if (className && std::strcmp(className, "DSDataElementAlias") == 0) return 1;
+    return _DSSDDAlias::isKindOf(className);
+}
+ADAttributeEntry* _DSDataElementAlias::attributeTable() { return table; }
+ADAttributeEntry* _DSDataElementAlias::nextAttributeTable(ADAttributeEntry* previous) {
+    if (!previous) return attributeTable();
+    if (previous == table) return _DSSDDAlias::table;
+    return _DSSDDAlias::nextAttributeTable(previous);
+}
+ADAttributeEntry _DSDataElementAlias::table[] = {{}};
+
 namespace {
 ADObject* platformFactory(const char* className, const char* context, const char* objID) {
 #define KR_MAKE(C, SUPER, ROLES) \
     if (std::strcmp(className, #C) == 0) return new (std::nothrow) C(context, objID, 1);
     if (!className) return nullptr;
     KR_DICTIONARY_CLASSES(KR_MAKE)
+    KR_MAKE(DSDataElementAlias, DSSDDAlias, )
 #undef KR_MAKE
     return nullptr;
 }
@@ -65,6 +88,7 @@ _classStruct platformClasses[] = {
     {"DSTechnologyObject", "KVPart", noRows},
 #define KR_CLASS_ROW(C, SUPER, ROLES) {#C, #SUPER, _##C::table},
     KR_DICTIONARY_CLASSES(KR_CLASS_ROW)
+    KR_CLASS_ROW(DSDataElementAlias, DSSDDAlias, )
 #undef KR_CLASS_ROW
     {nullptr, nullptr, nullptr},
 };

@@ -57,6 +57,31 @@ KR_DICTIONARY_CLASS(DSDataStructure, _KVPart, ADObject, KR_DSDATASTRUCTURE_ROLES
 KR_DICTIONARY_CLASS(DSDataStructureAlias, _KVPart, ADObject, KR_DSDATASTRUCTUREALIAS_ROLES)
 KR_DICTIONARY_CLASS(DSSDDAlias, _KVPart, ADObject, KR_DSSDDALIAS_ROLES)
 
+// A data element's alias: a kind of SDD alias with no roles of its own (a field
+// names it through DSHasTARNfldName, whose target is any SDD alias).
+class _DSDataElementAlias;
+class DSDataElementAlias : public DSSDDAlias {
+public:
+    DSDataElementAlias() noexcept = default;
+    DSDataElementAlias(const char* context, const char* objID, int instantiate);
+    explicit DSDataElementAlias(_DSDataElementAlias* impl) noexcept;
+    _DSDataElementAlias* operator->() const noexcept;
+};
+class _DSDataElementAlias : public _DSSDDAlias {
+public:
+    _DSDataElementAlias(const char* context, const char* objID, int instantiate = 1);
+    ~_DSDataElementAlias() override;
+    const char* whoAmI() override;
+    ADObject* createNewHandle() override;
+    int isKindOf(const char* className) override;
+    ADAttributeEntry* attributeTable() override;
+    ADAttributeEntry* nextAttributeTable(ADAttributeEntry* previous) override;
+    static ADAttributeEntry table[];
+};
+inline _DSDataElementAlias* DSDataElementAlias::operator->() const noexcept {
+    return static_cast<_DSDataElementAlias*>(impl_);
+}
+
 // The dictionary classes list of the platform's class description record.
 #define KR_DICTIONARY_CLASSES(X)                              \
     X(DSDataItem, KVPart, KR_DSDATAITEM_ROLES)                \

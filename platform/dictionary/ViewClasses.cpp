@@ -45,7 +45,6 @@ ADAttributeEntry dataElement[] = {
     attribute("scale", "short", 2, 8),
     {},
 };
-ADAttributeEntry dataElementAlias[] = {{}};
 ADAttributeEntry simpleTypeDef[] = {
     role("dataItems", "dataDef", "DSDataItem", "DSLinkDataItm2DataDef", 0x2007),
     attribute("dataType", "string", 4, 9),
@@ -91,7 +90,6 @@ ADAttributeEntry structureToDef[] = {
 _classStruct viewClasses[] = {
     {"ADAnnotationText", "ADObject", annotationText},
     {"DSDataElement", "KVPart", dataElement},
-    {"DSDataElementAlias", "DSSDDAlias", dataElementAlias},
     {"DSSimpleTypeDef", "KVPart", simpleTypeDef},
     {"DSStructureDef", "KVPart", structureDef},
     {"ADLinkADAnnotObj2AnnotTxt", "ADLink", annotationLink},

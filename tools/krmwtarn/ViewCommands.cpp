@@ -44,20 +44,11 @@ void printNode(const DLLViewNode& node, int depth) {
 }
 
 // The sample object a view is expanded over: by name, or the view's usual root.
-_ADObject* rootFor(DLLViewType* view, const char* name) {
+_ADObject* rootFor(DLLViewType* view, const char* name, const sample::Model& model) {
     DLLViewList* list = view->_get_adViewList();
     if (!list) return nullptr;
-    const char* cls = list->className;
-    if (name) return DSRegistrar::findObj(cls, name, sample::kVersion);
-    const char* fallback = !std::strcmp(cls, "DSDBD")                  ? "HOSPDBD"
-                           : !std::strcmp(cls, "DSPSB")                ? "HOSPPSB"
-                           : !std::strcmp(cls, "DSPCB")                ? "HOSPPSB.PCB1"
-                           : !std::strcmp(cls, "DSDataStructureAlias") ? "WARD-TEXT"
-                                                                       : "PATNAME-TEXT";
-    _ADObject* found = DSRegistrar::findObj(cls, fallback, sample::kVersion);
-    // The field-text view is rooted in a dictionary element alias.
-    if (!found && !std::strcmp(cls, "DSDataElementAlias")) found = DSRegistrar::findObj("DSSDDAlias", fallback, sample::kVersion);
-    return found;
+    if (name) return DSRegistrar::findObj(list->className, name, sample::kVersion);
+    return sample::defaultRoot(model, list->className);
 }
 
 int expandOne(const char* viewName, const char* rootName, bool asJson) {
@@ -69,7 +60,7 @@ int expandOne(const char* viewName, const char* rootName, bool asJson) {
     }
     sample::Model model = sample::build();
     int status = 0;
-    _ADObject* root = rootFor(view, rootName);
+    _ADObject* root = rootFor(view, rootName, model);
     if (!root) {
         std::fprintf(stderr, "krmwtarn: the sample has no %s named '%s'\n",
                      view->_get_adViewList() ? view->_get_adViewList()->className : "object", rootName ? rootName : "");
@@ -86,14 +77,12 @@ int expandOne(const char* viewName, const char* rootName, bool asJson) {
     return status;
 }
 
-// The whole sample as documents: every DBD by the populate view, the PSB by its view.
+// The whole sample as documents.
 nlohmann::json sampleDocuments(const sample::Model& m) {
     DLLView_init::initAll();
     nlohmann::json docs = nlohmann::json::array();
-    DLLViewType* dbdView = DLLViewType::find("CORVIAPOPULATEDBD");
-    for (const DSDBD* d : {&m.hospital, &m.hospIndex, &m.nameIndex, &m.logical, &m.dedb, &m.hdam, &m.msdb})
-        docs.push_back(viewdoc::exportView(dbdView, d->impl()));
-    docs.push_back(viewdoc::exportView(DLLViewType::find("CORVIAPSB"), m.psb.impl()));
+    for (const auto& [view, root] : sample::documentRoots(m))
+        docs.push_back(viewdoc::exportView(DLLViewType::find(view), root));
     return nlohmann::json{{"documents", docs}};
 }
 }  // namespace
@@ -176,20 +165,7 @@ int krmwtarnImport(int argc, char** argv) {
     DLLView_init::initAll();
     int status = 0;
     try {
-        std::vector<std::unique_ptr<ADObject>> roots;
-        if (doc.is_object() && doc.contains("documents")) {
-            if (!doc["documents"].is_array()) throw viewdoc::DocumentError("/documents", "an array of documents is expected");
-            for (size_t i = 0; i < doc["documents"].size(); ++i) {
-                try {
-                    roots.emplace_back(viewdoc::importDocument(doc["documents"][i]));
-                } catch (const viewdoc::DocumentError& e) {
-                    throw viewdoc::DocumentError("/documents/" + std::to_string(i) + e.where(),
-                                                 std::string(e.what()).substr(e.where().size() + 2));
-                }
-            }
-        } else {
-            roots.emplace_back(viewdoc::importDocument(doc));
-        }
+        std::vector<ADObject> roots = viewdoc::importDocuments(doc);
         std::printf("imported %zu document(s): %zu objects and links in the repository\n", roots.size(),
                     DSRegistrar::count());
     } catch (const viewdoc::DocumentError& e) {
