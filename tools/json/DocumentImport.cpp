@@ -5,6 +5,7 @@
 // undoes all of it: the repository is left exactly as it was.
 #include "tools/json/DocumentPlan.h"
 
+#include "model/framework/KRLink.h"
 #include "platform/common/KVException.h"
 #include "platform/repository/ADLink.h"
 #include "platform/repository/DSRegistration.h"
@@ -12,6 +13,7 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <unordered_map>
 #include <unordered_set>
 
 using nlohmann::json;
@@ -102,6 +104,7 @@ public:
             make();
             for (int link : plan_.joins[kSource]) join(link, kSource);
             for (int link : plan_.joins[kTarget]) join(link, kTarget);
+            for (int r : plan_.arranged) arrange(plan_.roles[r]);
             storeValues();
             verify();
         } catch (...) {
@@ -132,6 +135,9 @@ private:
 
     // Sets one end of a new link, as the link constructor does: the source
     // stored and marked changed, the target stored.
+    // Sets one end of a new link, as the link constructor does: the source
+    // stored and marked changed, the target stored. It joins the end's role
+    // at its end.
     void join(int link, Side side) {
         const Object& l = plan_.objects[link];
         _ADObject* self = handles_[link].impl();
@@ -148,11 +154,31 @@ private:
         }
     }
 
-    // The size of a role of an object that was there before, to cut it back to.
-    void remember(_ADObject* o, const char* linkClass, Side side) {
+    // Puts an ordered role's links in the documents' order, each moved behind
+    // the one before it as the ordered link's re-ordering does.
+    void arrange(const Role& r) {
+        const Object& owner = plan_.objects[r.owner];
+        if (owner.existing) roles_[remember(owner.existing, r.linkClass.c_str(), kSource)].moved = true;
+        ADObject previous;
+        for (const auto& [link, held] : r.arrangement) {
+            ADObject self = link >= 0 ? handles_[link] : ADObject(held);
+            static_cast<_KRLink*>(self.impl())->moveAfterInSource(previous.isEmpty() ? nullptr : &previous, omStore);
+            previous = std::move(self);
+        }
+    }
+
+    // A role of an object that was there before: its size and order, to put
+    // it back as it was.
+    std::size_t remember(_ADObject* o, const char* linkClass, Side side) {
         const ADAttributeEntry* row = DLLView_findRow(o, endRow(linkClass, side).inverse);
         DSModelCollection* role = (o->*row->getter.role)();
-        if (seen_.insert(role).second) roles_.push_back({role, role->count(), role->indexOf()});
+        auto [at, fresh] = seen_.emplace(role, roles_.size());
+        if (fresh) {
+            HeldRole r{role, role->count(), role->indexOf(), false, {}};
+            for (const ADObject& h : *role) r.order.push_back(h.impl());
+            roles_.push_back(std::move(r));
+        }
+        return at->second;
     }
 
     void storeValues() {
@@ -176,11 +202,23 @@ private:
 
     void undo() noexcept {
         for (auto v = values_.rbegin(); v != values_.rend(); ++v) restore(v->object, *v->row, v->value);
-        // New links were only appended to the roles of objects that were there
+        // New links were appended to the roles of objects that were there
         // before: cut each back from its end (a removal leaves the cursor on
-        // the element before), then put its cursor back.
+        // the element before). A rearranged role loses every new link and gets
+        // its old order back. Then its cursor is put back.
+        std::unordered_set<_ADObject*> made;
+        for (int i : made_) made.insert(handles_[i].impl());
         for (const HeldRole& r : roles_) {
-            if (r.role->count() > r.count) {
+            if (r.moved) {
+                for (ADObject* h = r.role->first(); h; h = r.role->next())
+                    if (made.count(h->impl())) r.role->remove();
+                for (std::size_t i = 0; i < r.order.size(); ++i) {
+                    for (ADObject* h = r.role->first(); h && h->impl() != r.order[i]; h = r.role->next()) {
+                    }
+                    ADObject before(i ? r.order[i - 1] : nullptr);
+                    r.role->moveAfter(i ? &before : nullptr);
+                }
+            } else if (r.role->count() > r.count) {
                 r.role->first();
                 while (r.role->indexOf() < r.role->count() - 1) r.role->next();
                 while (r.role->count() > r.count) r.role->remove();
@@ -205,6 +243,8 @@ private:
         DSModelCollection* role;
         long count;
         long cursor;
+        bool moved;
+        std::vector<_ADObject*> order;
     };
     struct OldValue {
         _ADObject* object;
@@ -215,7 +255,7 @@ private:
     std::vector<ADObject> handles_;  // one per plan object, while it is made
     std::vector<int> made_;          // the plan objects made here
     std::vector<HeldRole> roles_;
-    std::unordered_set<DSModelCollection*> seen_;
+    std::unordered_map<DSModelCollection*, std::size_t> seen_;
     std::vector<OldValue> values_;
 };
 }  // namespace

@@ -53,7 +53,11 @@ struct Role {
     bool single = false;                    // the row allows one link (one-to-one, many-to-one)
     std::vector<std::vector<Listed>> lists;  // the orders the documents give, one per array and copy
     std::vector<int> links;                 // the new links joining it, by first mention
-    std::vector<int> order;                 // the same, in the order they join it
+    std::vector<int> order;                 // the same, in the order they join it (at its end)
+    // An ordered role at the source whose held and new links the documents
+    // order otherwise: all of them in that order, each a plan link (held: -1)
+    // or a link the role holds. Empty when joining at the end is enough.
+    std::vector<std::pair<int, _ADObject*>> arrangement;
 };
 
 // A document of the set, for the check that the built graph gives it back.
@@ -71,6 +75,8 @@ struct Plan {
     std::vector<Document> documents;
     // New links in the order their source ends are set, then their target ends.
     std::vector<int> joins[2];
+    // The roles whose links are then put in the documents' order.
+    std::vector<int> arranged;
 
     std::unordered_map<std::string, int> byIdentity;
     std::unordered_map<std::string, int> valueIndex;

@@ -69,10 +69,12 @@ std::vector<const DLLViewElem*> byAlias(const DLLViewList* list, const std::stri
 }
 
 // The copy of a role that takes this link: the link's class, and the class of
-// the object at its far end (a role stands once per concrete class).
-const DLLViewElem* copyFor(const std::vector<const DLLViewElem*>& elems, const json& link) {
+// the object at its far end (a role stands once per concrete class). Refuses a
+// far end of a class that no copy takes.
+const DLLViewElem* copyFor(const std::vector<const DLLViewElem*>& elems, const json& link, const std::string& at) {
     const std::string linkClass = link["@class"];
     const DLLViewElem* sameLink = nullptr;
+    std::string farAt, farClass, takes;
     for (const DLLViewElem* e : elems) {
         if (!e->list || linkClass != e->list->className) continue;
         if (!sameLink) sameLink = e;
@@ -84,11 +86,16 @@ const DLLViewElem* copyFor(const std::vector<const DLLViewElem*>& elems, const j
             if (!link.contains(end->alias)) continue;
             const json& far = link[end->alias];
             if (end->viewType || (end->flags & 1)) return e;
-            if (end->list && far.is_object() && far.contains("@class") && far["@class"] == end->list->className)
-                return e;
+            if (!end->list || !far.is_object() || !far.contains("@class") || !far["@class"].is_string()) continue;
+            if (far["@class"] == end->list->className) return e;
+            farAt = pointer(pointer(at, end->alias), "@class");
+            farClass = far["@class"];
+            takes += (takes.empty() ? "" : ", ") + std::string(end->list->className);
         }
         if (!listsEnd) return e;
     }
+    if (!farAt.empty() && takes.find(", ") != std::string::npos)
+        throw DocumentError(farAt, "the link's end is a " + farClass + ", not one of " + takes);
     return sameLink;
 }
 
@@ -252,12 +259,11 @@ void Reader::roleEntry(int self, const std::vector<const DLLViewElem*>& elems, c
     for (std::size_t i = 0; i < items.size(); ++i) {
         std::string itemAt = pointer(at, i);
         const json& item = items[i];
-        if (!item.is_object() || !item.contains("@class") || !item["@class"].is_string())
-            throw DocumentError(itemAt + "/@class", "the link class is missing");
-        const DLLViewElem* copy = copyFor(elems, item);
+        if (!item.is_object()) throw DocumentError(itemAt + "/@class", "the link class is missing");
+        std::string itemClass = text(item, "@class", itemAt, "the link class is missing");
+        const DLLViewElem* copy = copyFor(elems, item, itemAt);
         if (!copy)
-            throw DocumentError(itemAt + "/@class", "'" + item["@class"].get<std::string>() +
-                                                        "' does not stand on role '" + elems.front()->alias + "'");
+            throw DocumentError(itemAt + "/@class", "'" + itemClass + "' does not stand on role '" + elems.front()->alias + "'");
         const char* linkClass = copy->list->className;
         const ADAttributeEntry* roleRow = roleOf(cls.c_str(), copy->name);
         if (!roleRow || std::strcmp(adRoleLinkClass(*roleRow), linkClass) != 0 || !isLinkClass(linkClass))
@@ -392,41 +398,54 @@ void Reader::placeInRoles() {
     }
 }
 
-// The order of a role's new links: every order the documents give for the
-// role (an array, one copy of it) is kept; where they say nothing, first
-// mention decides. The links the repository already holds stay in front.
+// The order of a role's links: every order the documents give for the role
+// (an array, one copy of it) is kept; where they say nothing, the links the
+// repository holds stay first and in their order, then the new ones by first
+// mention. An ordered role at the source is rearranged to the documents'
+// order; any other role takes new links at its end only and its held order as
+// it is.
 void Reader::orderRole(Role& r) {
+    if (r.lists.empty()) {
+        r.order = r.links;  // mention order, behind whatever the role holds
+        return;
+    }
     const Object& owner = plan_.objects[r.owner];
-    std::unordered_map<int, int> local;  // plan link → node of the order graph
-    for (std::size_t i = 0; i < r.links.size(); ++i) local.emplace(r.links[i], static_cast<int>(i));
+    const bool ordered = r.side == kSource && (endRow(r.linkClass.c_str(), kSource).flags & adFlagOrdered);
+    // The order graph: the held links first (nodes 0 .. held-1), then the new ones.
+    std::vector<_ADObject*> held;
+    if (owner.existing)
+        if (DSModelCollection* role = roleCollection(owner.existing, r.linkClass.c_str(), r.side))
+            for (const ADObject& h : *role) held.push_back(h.impl());
+    const int nh = static_cast<int>(held.size());
+    const int n = nh + static_cast<int>(r.links.size());
+    std::unordered_map<int, int> newNode;
+    for (std::size_t i = 0; i < r.links.size(); ++i) newNode.emplace(r.links[i], nh + static_cast<int>(i));
+    std::unordered_map<_ADObject*, int> heldNode;
+    auto nodeOf = [&](const Listed& x) {
+        if (plan_.isNew(x.link)) return newNode.at(x.link);
+        if (heldNode.empty())
+            for (int i = 0; i < nh; ++i) heldNode.emplace(held[i], i);
+        auto it = heldNode.find(plan_.objects[x.link].existing);
+        if (it == heldNode.end()) throw DocumentError(x.at, "role '" + r.name + "' does not hold this link in the repository");
+        return it->second;
+    };
     struct Edge {
         int from, to;
-        const std::string* at;  // the place of `to` in the list that asks for it
+        const std::string* at;  // the place of `to` in the list that asks for it; null: the repository's order
     };
     std::vector<Edge> edges;
-    std::unordered_map<_ADObject*, long> heldAt;  // the repository's order, read when needed
-    auto positionHeld = [&](_ADObject* link) {
-        if (heldAt.empty())
-            if (DSModelCollection* held = roleCollection(owner.existing, r.linkClass.c_str(), r.side)) {
-                long i = 0;
-                for (const ADObject& h : *held) heldAt.emplace(h.impl(), i++);
-            }
-        auto it = heldAt.find(link);
-        return it == heldAt.end() ? -1L : it->second;
-    };
+    if (!ordered)
+        for (int i = 1; i < nh; ++i) edges.push_back({i - 1, i, nullptr});
     for (const std::vector<Listed>& list : r.lists) {
         for (std::size_t i = 1; i < list.size(); ++i) {
             const Listed& a = list[i - 1];
             const Listed& b = list[i];
-            bool aNew = plan_.isNew(a.link), bNew = plan_.isNew(b.link);
-            if (!bNew && aNew)
+            int from = nodeOf(a), to = nodeOf(b);
+            if (!ordered && from >= nh && to < nh)
                 throw DocumentError(b.at, "role '" + r.name + "' holds this link in the repository already; a new link cannot come before it");
-            if (!bNew && positionHeld(plan_.objects[a.link].existing) > positionHeld(plan_.objects[b.link].existing))
-                throw DocumentError(b.at, "role '" + r.name + "' holds these links in the other order in the repository");
-            if (aNew && bNew) edges.push_back({local.at(a.link), local.at(b.link), &b.at});
+            edges.push_back({from, to, &b.at});
         }
     }
-    const int n = static_cast<int>(r.links.size());
     std::vector<std::vector<int>> out(n), in(n);
     std::vector<int> pending(n, 0);
     for (std::size_t k = 0; k < edges.size(); ++k) {
@@ -434,41 +453,61 @@ void Reader::orderRole(Role& r) {
         in[edges[k].to].push_back(static_cast<int>(k));
         ++pending[edges[k].to];
     }
-    // Kahn's order, the earliest mentioned free link first.
-    auto later = [&](int a, int b) { return plan_.objects[r.links[a]].mention > plan_.objects[r.links[b]].mention; };
+    // Kahn's order, the held links first, then the earliest mentioned.
+    auto key = [&](int v) {
+        return v < nh ? std::make_pair(0L, static_cast<long>(v)) : std::make_pair(1L, plan_.objects[r.links[v - nh]].mention);
+    };
+    auto later = [&](int a, int b) { return key(a) > key(b); };
     std::priority_queue<int, std::vector<int>, decltype(later)> free(later);
     for (int v = 0; v < n; ++v)
         if (!pending[v]) free.push(v);
     std::vector<bool> placed(n, false);
-    r.order.clear();
+    std::vector<int> order;
     while (!free.empty()) {
         int v = free.top();
         free.pop();
         placed[v] = true;
-        r.order.push_back(r.links[v]);
+        order.push_back(v);
         for (int k : out[v])
             if (!--pending[edges[k].to]) free.push(edges[k].to);
     }
-    if (static_cast<int>(r.order.size()) == n) return;
-    // The lists contradict each other: walk back from an unplaced link over
-    // unplaced predecessors until one repeats, and name the cycle's latest
-    // list place and its earliest.
-    int v = 0;
-    while (placed[v]) ++v;
-    std::vector<int> stepAt(n, -1), trail;
-    while (stepAt[v] < 0) {
-        stepAt[v] = static_cast<int>(trail.size());
-        int k = *std::find_if(in[v].begin(), in[v].end(), [&](int e) { return !placed[edges[e].from]; });
-        trail.push_back(k);
-        v = edges[k].from;
+    if (static_cast<int>(order.size()) < n) {
+        // The lists contradict each other or the repository: walk back from an
+        // unplaced link over unplaced predecessors until one repeats, and name
+        // the cycle's latest list place and its earliest.
+        int v = 0;
+        while (placed[v]) ++v;
+        std::vector<int> stepAt(n, -1), trail;
+        while (stepAt[v] < 0) {
+            stepAt[v] = static_cast<int>(trail.size());
+            int k = *std::find_if(in[v].begin(), in[v].end(), [&](int e) { return !placed[edges[e].from]; });
+            trail.push_back(k);
+            v = edges[k].from;
+        }
+        int latest = -1, earliest = -1;
+        bool repository = false;
+        for (std::size_t s = static_cast<std::size_t>(stepAt[v]); s < trail.size(); ++s) {
+            if (!edges[trail[s]].at) {
+                repository = true;
+                continue;
+            }
+            if (latest < 0 || trail[s] > latest) latest = trail[s];
+            if (earliest < 0 || trail[s] < earliest) earliest = trail[s];
+        }
+        throw DocumentError(*edges[latest].at, "this order of role '" + r.name + "' contradicts " +
+                                                   (repository ? std::string("the order the repository holds")
+                                                               : "the one given at " + *edges[earliest].at));
     }
-    int latest = -1, earliest = -1;
-    for (std::size_t s = static_cast<std::size_t>(stepAt[v]); s < trail.size(); ++s) {
-        if (latest < 0 || trail[s] > latest) latest = trail[s];
-        if (earliest < 0 || trail[s] < earliest) earliest = trail[s];
-    }
-    throw DocumentError(*edges[latest].at,
-                        "this order of role '" + r.name + "' contradicts the one given at " + *edges[earliest].at);
+    r.order.clear();
+    for (int v : order)
+        if (v >= nh) r.order.push_back(r.links[v - nh]);
+    // Joining at the end gives this order unless a new link comes before a
+    // held one or the held ones change places.
+    bool asJoined = true;
+    for (int k = 0; k < n && asJoined; ++k) asJoined = order[k] == k || (k >= nh && order[k] >= nh);
+    if (asJoined) return;
+    for (int v : order) r.arrangement.emplace_back(v < nh ? -1 : r.links[v - nh], v < nh ? held[v] : nullptr);
+    plan_.arranged.push_back(static_cast<int>(&r - plan_.roles.data()));
 }
 
 // The order the new links' ends are set in: every source end first (a link
