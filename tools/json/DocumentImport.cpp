@@ -125,16 +125,14 @@ private:
                 handles_.emplace_back(o.existing);
                 continue;
             }
-            std::unique_ptr<ADObject> made(DSRegistration::create(o.cls.c_str(), o.version.c_str(), o.id.c_str()));
+            std::unique_ptr<ADObject> made(DSRegistration::create(o.cls->c_str(), o.version->c_str(), o.id->c_str()));
             if (!made || made->isEmpty())
-                throw DocumentError(o.at + "/@class", "no object of class '" + o.cls + "' can be made");
+                throw DocumentError(plan_.where(o.at, "@class"), "no object of class '" + *o.cls + "' can be made");
             handles_.push_back(std::move(*made));
             made_.push_back(static_cast<int>(i));
         }
     }
 
-    // Sets one end of a new link, as the link constructor does: the source
-    // stored and marked changed, the target stored.
     // Sets one end of a new link, as the link constructor does: the source
     // stored and marked changed, the target stored. It joins the end's role
     // at its end.
@@ -142,7 +140,7 @@ private:
         const Object& l = plan_.objects[link];
         _ADObject* self = handles_[link].impl();
         ADObject& end = handles_[l.end[side]];
-        if (plan_.objects[l.end[side]].existing) remember(end.impl(), l.cls.c_str(), side);
+        if (plan_.objects[l.end[side]].existing) remember(end.impl(), l.cls->c_str(), side);
         const ADAttributeEntry* row = DLLView_findRow(self, side == kSource ? "source" : "target");
         try {
             (self->*row->setter.end)(&end, side == kSource ? omStore | omSetChanged : omStore);
@@ -150,7 +148,7 @@ private:
         } catch (KVException* e) {
             std::string message = e->message();
             delete e;
-            throw DocumentError(l.at, "the link is refused: " + message);
+            throw DocumentError(plan_.where(l.at), "the link is refused: " + message);
         }
     }
 
@@ -158,7 +156,15 @@ private:
     // the one before it as the ordered link's re-ordering does.
     void arrange(const Role& r) {
         const Object& owner = plan_.objects[r.owner];
-        if (owner.existing) roles_[remember(owner.existing, r.linkClass.c_str(), kSource)].moved = true;
+        if (owner.existing) {
+            // Its held links are still in front, in their old order.
+            HeldRole& held = roles_[remember(owner.existing, r.linkClass, kSource)];
+            held.moved = true;
+            for (const ADObject& h : *held.role) {
+                if (static_cast<long>(held.order.size()) == held.count) break;
+                held.order.push_back(h.impl());
+            }
+        }
         ADObject previous;
         for (const auto& [link, held] : r.arrangement) {
             ADObject self = link >= 0 ? handles_[link] : ADObject(held);
@@ -167,25 +173,20 @@ private:
         }
     }
 
-    // A role of an object that was there before: its size and order, to put
-    // it back as it was.
+    // A role of an object that was there before, before it changes: its size
+    // and its cursor, to put it back as it was.
     std::size_t remember(_ADObject* o, const char* linkClass, Side side) {
         const ADAttributeEntry* row = DLLView_findRow(o, endRow(linkClass, side).inverse);
         DSModelCollection* role = (o->*row->getter.role)();
         auto [at, fresh] = seen_.emplace(role, roles_.size());
-        if (fresh) {
-            HeldRole r{role, role->count(), role->indexOf(), false, {}};
-            for (const ADObject& h : *role) r.order.push_back(h.impl());
-            roles_.push_back(std::move(r));
-        }
+        if (fresh) roles_.push_back({role, role->count(), role->indexOf(), false, {}});
         return at->second;
     }
 
     void storeValues() {
-        std::unordered_set<std::string> saved;
-        for (const Value& v : plan_.values) {
+        for (const Value& v : plan_.values) {  // each attribute of an object once
             _ADObject* o = handles_[v.object].impl();
-            if (plan_.objects[v.object].existing && saved.insert(std::to_string(v.object) + v.row->name).second)
+            if (plan_.objects[v.object].existing)
                 values_.push_back({o, v.row, DLLView_readValue(o, *v.row)});
             store(o, *v.row, *v.value);
         }
@@ -195,7 +196,7 @@ private:
         for (const Document& d : plan_.documents) {
             json again = toJson(DLLView_expand(d.view, handles_[d.root].impl()));
             std::string where, what;
-            if (differs((*d.json)["root"], again, d.at + "/root", where, what))
+            if (differs((*d.json)["root"], again, plan_.where(d.at, "root"), where, what))
                 throw DocumentError(where, "the built graph does not give the document back: " + what);
         }
     }
@@ -243,7 +244,7 @@ private:
         DSModelCollection* role;
         long count;
         long cursor;
-        bool moved;
+        bool moved;                     // rearranged: its old order follows
         std::vector<_ADObject*> order;
     };
     struct OldValue {

@@ -69,12 +69,15 @@ std::vector<const DLLViewElem*> byAlias(const DLLViewList* list, const std::stri
 }
 
 // The copy of a role that takes this link: the link's class, and the class of
-// the object at its far end (a role stands once per concrete class). Refuses a
-// far end of a class that no copy takes.
-const DLLViewElem* copyFor(const std::vector<const DLLViewElem*>& elems, const json& link, const std::string& at) {
-    const std::string linkClass = link["@class"];
+// the object at its far end (a role stands once per concrete class). When no
+// copy takes the far end's class and several would take others, `farAlias`
+// and `takes` say which end and which classes.
+const DLLViewElem* copyFor(const std::vector<const DLLViewElem*>& elems, const json& link, const char** farAlias,
+                           std::string* takes) {
+    const std::string& linkClass = link["@class"].get_ref<const std::string&>();
     const DLLViewElem* sameLink = nullptr;
-    std::string farAt, farClass, takes;
+    const char* alias = nullptr;
+    int others = 0;
     for (const DLLViewElem* e : elems) {
         if (!e->list || linkClass != e->list->className) continue;
         if (!sameLink) sameLink = e;
@@ -83,29 +86,30 @@ const DLLViewElem* copyFor(const std::vector<const DLLViewElem*>& elems, const j
             const DLLViewElem* end = e->list->element(i);
             if (!end || !isEnd(end)) continue;
             listsEnd = true;
-            if (!link.contains(end->alias)) continue;
-            const json& far = link[end->alias];
+            auto far = link.find(end->alias);
+            if (far == link.end()) continue;
             if (end->viewType || (end->flags & 1)) return e;
-            if (!end->list || !far.is_object() || !far.contains("@class") || !far["@class"].is_string()) continue;
-            if (far["@class"] == end->list->className) return e;
-            farAt = pointer(pointer(at, end->alias), "@class");
-            farClass = far["@class"];
-            takes += (takes.empty() ? "" : ", ") + std::string(end->list->className);
+            if (!end->list || !far->is_object() || !far->contains("@class") || !(*far)["@class"].is_string()) continue;
+            if ((*far)["@class"] == end->list->className) return e;
+            alias = end->alias;
+            *takes += (others++ ? ", " : "") + std::string(end->list->className);
         }
         if (!listsEnd) return e;
     }
-    if (!farAt.empty() && takes.find(", ") != std::string::npos)
-        throw DocumentError(farAt, "the link's end is a " + farClass + ", not one of " + takes);
+    if (others > 1) *farAlias = alias;
     return sameLink;
 }
 
-// A string member of an identity, present and without NUL.
-std::string text(const json& j, const char* key, const std::string& at, const char* missing) {
+// A string member of an identity: present, and without NUL. Null when not.
+const std::string* text(const json& j, const char* key, const char** problem) {
     auto it = j.find(key);
-    if (it == j.end() || !it->is_string()) throw DocumentError(pointer(at, key), missing);
-    std::string s = it->get<std::string>();
-    if (s.find('\0') != std::string::npos) throw DocumentError(pointer(at, key), kNul);
-    return s;
+    if (it == j.end() || !it->is_string()) return nullptr;
+    const std::string& s = it->get_ref<const std::string&>();
+    if (s.find('\0') != std::string::npos) {
+        *problem = kNul;
+        return nullptr;
+    }
+    return &s;
 }
 
 // The range of a number attribute's type.
@@ -118,15 +122,17 @@ bool fits(const char* type, const json& v) {
     return n >= lo && n <= hi;
 }
 
-void checkValue(const ADAttributeEntry& row, const json& v, const std::string& at) {
+// What is wrong with a value for an attribute row, or an empty text.
+std::string badValue(const ADAttributeEntry& row, const json& v) {
     const char* t = row.type;
     bool ok;
     if (!std::strcmp(t, "string")) ok = v.is_null() || v.is_string();
     else if (!std::strcmp(t, "char")) ok = v.is_string() && v.get_ref<const std::string&>().size() <= 1;
     else ok = v.is_number_integer();
-    if (!ok) throw DocumentError(at, std::string("a ") + t + " value is expected");
-    if (v.is_string() && v.get_ref<const std::string&>().find('\0') != std::string::npos) throw DocumentError(at, kNul);
-    if (v.is_number_integer() && !fits(t, v)) throw DocumentError(at, std::string("the value does not fit a ") + t);
+    if (!ok) return std::string("a ") + t + " value is expected";
+    if (v.is_string() && v.get_ref<const std::string&>().find('\0') != std::string::npos) return kNul;
+    if (v.is_number_integer() && !fits(t, v)) return std::string("the value does not fit a ") + t;
+    return {};
 }
 
 bool endFits(const char* linkClass, Side side, const char* farClass) {
@@ -142,95 +148,114 @@ DSModelCollection* roleCollection(_ADObject* o, const char* linkClass, Side side
 
 // ---- reading ----------------------------------------------------------------
 
-void Reader::document(const json& doc, const std::string& at) {
-    if (!doc.is_object()) throw DocumentError(at, "a document is an object");
-    for (auto it = doc.begin(); it != doc.end(); ++it)
-        if (it.key() != "view" && it.key() != "root")
-            throw DocumentError(pointer(at, it.key()), "a document holds only 'view' and 'root'");
-    std::string name = text(doc, "view", at, "a view name is needed");
-    DLLViewType* view = DLLViewType::find(name.c_str());
-    if (!view) throw DocumentError(at + "/view", "no view named '" + name + "'");
-    if (!doc.contains("root")) throw DocumentError(at + "/root", "the root object is missing");
-    const DLLViewList* list = view->_get_adViewList();
-    if (!list) throw DocumentError(at + "/view", "view '" + name + "' has no tree");
-    path_.assign(1, view);
-    int root = node(doc["root"], list, at + "/root", false);
-    plan_.documents.push_back({view, root, &doc, at});
+std::string Plan::where(Place p) const {
+    std::vector<Place> up;
+    for (; p >= 0; p = steps[p].parent) up.push_back(p);
+    std::string out;
+    for (auto it = up.rbegin(); it != up.rend(); ++it)
+        out = steps[*it].key ? pointer(out, *steps[*it].key) : pointer(out, steps[*it].index);
+    return out;
 }
 
-int Reader::identity(const json& j, const std::string& at) {
-    if (!j.is_object()) throw DocumentError(at, "an object is expected");
+void Reader::refuse(Place at, const std::string& message) const { throw DocumentError(plan_.where(at), message); }
+void Reader::refuse(Place at, const char* key, const std::string& message) const {
+    throw DocumentError(plan_.where(at, key), message);
+}
+
+void Reader::document(const json& doc, Place at) {
+    if (!doc.is_object()) refuse(at, "a document is an object");
+    for (auto it = doc.begin(); it != doc.end(); ++it)
+        if (it.key() != "view" && it.key() != "root") refuse(at, it.key().c_str(), "a document holds only 'view' and 'root'");
+    const char* problem = "a view name is needed";
+    const std::string* name = text(doc, "view", &problem);
+    if (!name) refuse(at, "view", problem);
+    DLLViewType* view = DLLViewType::find(name->c_str());
+    if (!view) refuse(at, "view", "no view named '" + *name + "'");
+    auto root = doc.find("root");
+    if (root == doc.end()) refuse(at, "root", "the root object is missing");
+    const DLLViewList* list = view->_get_adViewList();
+    if (!list) refuse(at, "view", "view '" + *name + "' has no tree");
+    path_.assign(1, view);
+    int rootObject = node(*root, list, plan_.step(at, root.key()), false);
+    plan_.documents.push_back({view, rootObject, &doc, at});
+}
+
+int Reader::identity(const json& j, Place at) {
+    if (!j.is_object()) refuse(at, "an object is expected");
     for (auto it = j.begin(); it != j.end(); ++it) {
         const std::string& key = it.key();
         if (!key.empty() && key[0] == '@' && key != "@class" && key != "@id" && key != "@version")
-            throw DocumentError(pointer(at, key), "unknown key '" + key + "'; an object carries @class, @id and @version");
+            refuse(at, key.c_str(), "unknown key '" + key + "'; an object carries @class, @id and @version");
     }
-    std::string cls = text(j, "@class", at, "the class is missing");
-    if (!DSRegistration::findClass(cls.c_str()) || !DSRegistration::componentOf(cls.c_str())->factory())
-        throw DocumentError(at + "/@class", "unknown class '" + cls + "'");
-    std::string id = text(j, "@id", at, "the identity is missing");
-    if (id == ADObject::defaultObjID())
-        throw DocumentError(at + "/@id", std::string("the default object ID '") + ADObject::defaultObjID() +
-                                             "' names no object; an object is given by its own identity");
-    std::string version = text(j, "@version", at, "the version is missing");
+    const char* problem = "the class is missing";
+    const std::string* cls = text(j, "@class", &problem);
+    if (!cls) refuse(at, "@class", problem);
+    if (!DSRegistration::findClass(cls->c_str()) || !DSRegistration::componentOf(cls->c_str())->factory())
+        refuse(at, "@class", "unknown class '" + *cls + "'");
+    problem = "the identity is missing";
+    const std::string* id = text(j, "@id", &problem);
+    if (!id) refuse(at, "@id", problem);
+    if (*id == ADObject::defaultObjID())
+        refuse(at, "@id", std::string("the default object ID '") + ADObject::defaultObjID() +
+                              "' names no object; an object is given by its own identity");
+    problem = "the version is missing";
+    const std::string* version = text(j, "@version", &problem);
+    if (!version) refuse(at, "@version", problem);
 
-    std::string key = cls + '\0' + id + '\0' + version;
-    auto [found, fresh] = plan_.byIdentity.emplace(std::move(key), static_cast<int>(plan_.objects.size()));
+    auto [found, fresh] = plan_.byIdentity.emplace(Plan::Identity{*cls, *id, *version}, static_cast<int>(plan_.objects.size()));
     if (fresh) {
         Object o;
-        o.link = isLinkClass(cls.c_str());
-        o.existing = DSRegistrar::findObj(cls.c_str(), id.c_str(), version.c_str());
-        o.cls = std::move(cls);
-        o.id = std::move(id);
-        o.version = std::move(version);
+        o.cls = cls;
+        o.id = id;
+        o.version = version;
         o.at = at;
         o.mention = mentions_++;
-        plan_.objects.push_back(std::move(o));
+        o.link = isLinkClass(cls->c_str());
+        o.existing = DSRegistrar::findObj(cls->c_str(), id->c_str(), version->c_str());
+        plan_.objects.push_back(o);
     }
     return found->second;
 }
 
-int Reader::node(const json& j, const DLLViewList* list, const std::string& at, bool exact) {
+int Reader::node(const json& j, const DLLViewList* list, Place at, bool exact) {
     int self = identity(j, at);
-    const std::string& cls = plan_.objects[self].cls;
+    const std::string& cls = *plan_.objects[self].cls;
     if (!list) {
-        if (j.size() > 3) throw DocumentError(at, "an object reached again is given by identity only");
+        if (j.size() > 3) refuse(at, "an object reached again is given by identity only");
         return self;
     }
-    if (exact && cls != list->className)
-        throw DocumentError(at + "/@class", "the link's end is not a " + std::string(list->className));
-    if (!kindOf(cls.c_str(), list->className))
-        throw DocumentError(at + "/@class", "'" + cls + "' is not a " + list->className);
+    if (exact && cls != list->className) refuse(at, "@class", "the link's end is not a " + std::string(list->className));
+    if (!kindOf(cls.c_str(), list->className)) refuse(at, "@class", "'" + cls + "' is not a " + list->className);
     entries(self, j, list, at);
     return self;
 }
 
-void Reader::entries(int self, const json& j, const DLLViewList* list, const std::string& at) {
-    const std::string cls = plan_.objects[self].cls;  // a copy: reading adds objects
+void Reader::entries(int self, const json& j, const DLLViewList* list, Place at) {
+    const char* cls = plan_.objects[self].cls->c_str();
     for (auto it = j.begin(); it != j.end(); ++it) {
         const std::string& key = it.key();
         if (!key.empty() && key[0] == '@') continue;
-        std::string here = pointer(at, key);
+        Place here = plan_.step(at, key);
         std::vector<const DLLViewElem*> elems = byAlias(list, key);
-        if (elems.empty()) throw DocumentError(here, "unknown attribute '" + key + "' for " + list->className);
+        if (elems.empty()) refuse(here, "unknown attribute '" + key + "' for " + list->className);
         const DLLViewElem* e = elems.front();
         if (isEnd(e)) {
             endEntry(self, e, *it, at, here);
         } else if (e->list) {
             roleEntry(self, elems, *it, here);
         } else {
-            const ADAttributeEntry* row = attributeOf(cls.c_str(), e->name);
-            if (!row) throw DocumentError(here, "'" + cls + "' has no attribute '" + e->name + "'");
-            checkValue(*row, *it, here);
+            const ADAttributeEntry* row = attributeOf(cls, e->name);
+            if (!row) refuse(here, "'" + std::string(cls) + "' has no attribute '" + e->name + "'");
+            std::string bad = badValue(*row, *it);
+            if (!bad.empty()) refuse(here, bad);
             addValue(self, row, *it, here);
         }
     }
 }
 
-void Reader::endEntry(int self, const DLLViewElem* e, const json& far, const std::string& selfAt,
-                      const std::string& at) {
-    const std::string cls = plan_.objects[self].cls;
-    if (!plan_.objects[self].link) throw DocumentError(at, "'" + cls + "' is not a link and has no far end");
+void Reader::endEntry(int self, const DLLViewElem* e, const json& far, Place selfAt, Place at) {
+    const char* cls = plan_.objects[self].cls->c_str();
+    if (!plan_.objects[self].link) refuse(at, "'" + std::string(cls) + "' is not a link and has no far end");
     // As the expander: a delegation shows the object by the delegated view,
     // or by identity only where that view is already being expanded.
     bool delegated = e->viewType || (e->flags & 1);
@@ -244,35 +269,39 @@ void Reader::endEntry(int self, const DLLViewElem* e, const json& far, const std
     int farObject = node(far, farList, at, !delegated && farList != nullptr);
     if (delegated && farList) path_.pop_back();
     Side side = sideOf(e);
-    const std::string& farClass = plan_.objects[farObject].cls;
-    if (!endFits(cls.c_str(), side, farClass.c_str()))
-        throw DocumentError(at, "a " + farClass + " does not fit this end of " + cls);
+    const std::string& farClass = *plan_.objects[farObject].cls;
+    if (!endFits(cls, side, farClass.c_str())) refuse(at, "a " + farClass + " does not fit this end of " + cls);
     setEnd(self, side, farObject, selfAt, at);
 }
 
-void Reader::roleEntry(int self, const std::vector<const DLLViewElem*>& elems, const json& items,
-                       const std::string& at) {
-    const std::string cls = plan_.objects[self].cls;
-    if (!items.is_array()) throw DocumentError(at, "a role is an array of links");
-    std::unordered_map<int, std::string> listed;                  // link → its place in this array
+void Reader::roleEntry(int self, const std::vector<const DLLViewElem*>& elems, const json& items, Place at) {
+    const char* cls = plan_.objects[self].cls->c_str();
+    if (!items.is_array()) refuse(at, "a role is an array of links");
+    std::unordered_map<int, Place> listed;                       // link → its place in this array
     std::vector<std::pair<const DLLViewElem*, std::size_t>> copies;  // copy → its order in the role
     for (std::size_t i = 0; i < items.size(); ++i) {
-        std::string itemAt = pointer(at, i);
+        Place itemAt = plan_.step(at, i);
         const json& item = items[i];
-        if (!item.is_object()) throw DocumentError(itemAt + "/@class", "the link class is missing");
-        std::string itemClass = text(item, "@class", itemAt, "the link class is missing");
-        const DLLViewElem* copy = copyFor(elems, item, itemAt);
-        if (!copy)
-            throw DocumentError(itemAt + "/@class", "'" + itemClass + "' does not stand on role '" + elems.front()->alias + "'");
+        if (!item.is_object()) refuse(itemAt, "@class", "the link class is missing");
+        const char* problem = "the link class is missing";
+        const std::string* itemClass = text(item, "@class", &problem);
+        if (!itemClass) refuse(itemAt, "@class", problem);
+        const char* farAlias = nullptr;
+        std::string takes;
+        const DLLViewElem* copy = copyFor(elems, item, &farAlias, &takes);
+        if (farAlias)
+            throw DocumentError(pointer(plan_.where(itemAt, farAlias), "@class"),
+                                "the link's end is a " + item[farAlias]["@class"].get<std::string>() + ", not one of " + takes);
+        if (!copy) refuse(itemAt, "@class", "'" + *itemClass + "' does not stand on role '" + elems.front()->alias + "'");
         const char* linkClass = copy->list->className;
-        const ADAttributeEntry* roleRow = roleOf(cls.c_str(), copy->name);
+        const ADAttributeEntry* roleRow = roleOf(cls, copy->name);
         if (!roleRow || std::strcmp(adRoleLinkClass(*roleRow), linkClass) != 0 || !isLinkClass(linkClass))
-            throw DocumentError(itemAt, "role '" + std::string(copy->name) + "' of " + cls + " holds no " + linkClass);
+            refuse(itemAt, "role '" + std::string(copy->name) + "' of " + cls + " holds no " + linkClass);
         Side side = (roleRow->flags & 0xF) == adRowRoleAtSource ? kSource : kTarget;
         int link = node(item, copy->list, itemAt, true);
         setEnd(link, side, self, itemAt, itemAt);
         auto [first, fresh] = listed.emplace(link, itemAt);
-        if (!fresh) throw DocumentError(itemAt, "the link is listed twice in this role (also at " + first->second + ")");
+        if (!fresh) refuse(itemAt, "the link is listed twice in this role (also at " + plan_.where(first->second) + ")");
         Role& r = plan_.roles[role(self, linkClass, side)];
         auto c = std::find_if(copies.begin(), copies.end(), [&](const auto& p) { return p.first == copy; });
         if (c == copies.end()) {
@@ -283,35 +312,33 @@ void Reader::roleEntry(int self, const std::vector<const DLLViewElem*>& elems, c
     }
 }
 
-void Reader::setEnd(int link, Side side, int object, const std::string& linkAt, const std::string& at) {
+void Reader::setEnd(int link, Side side, int object, Place linkAt, Place at) {
     Object& l = plan_.objects[link];
     if (l.end[side] < 0) {
         l.end[side] = object;
         l.endAt[side] = at;
     } else if (l.end[side] != object) {
-        throw DocumentError(linkAt + "/@id", "this " + l.cls + " joins other objects at " + l.endAt[side]);
+        refuse(linkAt, "@id", "this " + *l.cls + " joins other objects at " + plan_.where(l.endAt[side]));
     }
 }
 
-void Reader::addValue(int object, const ADAttributeEntry* row, const json& v, const std::string& at) {
-    std::string key = std::to_string(object) + '\0' + row->name;
-    auto [found, fresh] = plan_.valueIndex.emplace(std::move(key), static_cast<int>(plan_.values.size()));
+void Reader::addValue(int object, const ADAttributeEntry* row, const json& v, Place at) {
+    auto [found, fresh] = plan_.valueIndex.emplace(std::make_pair(object, row), static_cast<int>(plan_.values.size()));
     if (fresh) {
         plan_.values.push_back({object, row, &v, at});
     } else if (*plan_.values[found->second].value != v) {
-        throw DocumentError(at, "another value for '" + std::string(row->name) + "' of this object is given at " +
-                                    plan_.values[found->second].at);
+        refuse(at, "another value for '" + std::string(row->name) + "' of this object is given at " +
+                       plan_.where(plan_.values[found->second].at));
     }
 }
 
-int Reader::role(int owner, const std::string& linkClass, Side side) {
-    std::string key = std::to_string(owner) + '\0' + linkClass + '\0' + kSideName[side];
-    auto [found, fresh] = plan_.roleIndex.emplace(std::move(key), static_cast<int>(plan_.roles.size()));
+int Reader::role(int owner, const char* linkClass, Side side) {
+    const ADAttributeEntry& end = endRow(linkClass, side);
+    auto [found, fresh] = plan_.roleIndex.emplace(std::make_pair(owner, &end), static_cast<int>(plan_.roles.size()));
     if (fresh) {
-        const ADAttributeEntry& end = endRow(linkClass.c_str(), side);
         Role r;
         r.owner = owner;
-        r.linkClass = linkClass;
+        r.linkClass = DSRegistration::findClass(linkClass)->className;
         r.side = side;
         r.name = end.inverse;
         r.single = (end.flags & adFlagOneToOne) != 0;
@@ -334,16 +361,15 @@ void Reader::checkEnds() {
         if (!l.link) continue;
         for (Side side : {kSource, kTarget}) {
             if (!l.existing) {
-                if (l.end[side] < 0)
-                    throw DocumentError(l.at, "the " + l.cls + " link is given without its " + kSideName[side]);
+                if (l.end[side] < 0) refuse(l.at, "the " + *l.cls + " link is given without its " + kSideName[side]);
                 continue;
             }
             auto* live = static_cast<_ADLink*>(l.existing);
             ADObject* end = side == kSource ? live->getSource() : live->getTarget();
             if (!end || end->isEmpty())
-                throw DocumentError(l.at, "the " + l.cls + " link stands in the repository without its " + kSideName[side]);
+                refuse(l.at, "the " + *l.cls + " link stands in the repository without its " + kSideName[side]);
             if (l.end[side] >= 0 && plan_.objects[l.end[side]].existing != end->impl())
-                throw DocumentError(l.at + "/@id", "this " + l.cls + " joins other objects in the repository");
+                refuse(l.at, "@id", "this " + *l.cls + " joins other objects in the repository");
         }
     }
 }
@@ -351,27 +377,26 @@ void Reader::checkEnds() {
 void Reader::checkDuplicates() {
     // Between new links of the documents, and against the links a source
     // already holds (each such role read once).
-    std::unordered_map<std::string, int> made;
-    std::unordered_map<std::string, std::unordered_set<_ADObject*>> held;
+    std::unordered_map<std::pair<std::string_view, std::uint64_t>, int, PairHash> made;  // class, both ends
+    std::unordered_map<std::pair<_ADObject*, std::string_view>, std::unordered_set<_ADObject*>, PairHash> held;
     for (std::size_t i = 0; i < plan_.objects.size(); ++i) {
         const Object& l = plan_.objects[i];
         if (!l.link || l.existing) continue;
-        std::string key = l.cls + '\0' + std::to_string(l.end[kSource]) + '\0' + std::to_string(l.end[kTarget]);
-        auto [first, fresh] = made.emplace(std::move(key), static_cast<int>(i));
+        std::uint64_t ends = static_cast<std::uint64_t>(l.end[kSource]) << 32 | static_cast<std::uint32_t>(l.end[kTarget]);
+        auto [first, fresh] = made.emplace(std::make_pair(std::string_view(*l.cls), ends), static_cast<int>(i));
         if (!fresh)
-            throw DocumentError(l.at, "a second " + l.cls + " joins the same two objects (the first at " +
-                                          plan_.objects[first->second].at + ")");
+            refuse(l.at, "a second " + *l.cls + " joins the same two objects (the first at " +
+                             plan_.where(plan_.objects[first->second].at) + ")");
         _ADObject* source = plan_.objects[l.end[kSource]].existing;
         _ADObject* target = plan_.objects[l.end[kTarget]].existing;
         if (!source || !target) continue;
-        auto [targets, unread] = held.try_emplace(std::to_string(reinterpret_cast<std::uintptr_t>(source)) + l.cls);
+        auto [targets, unread] = held.try_emplace(std::make_pair(source, std::string_view(*l.cls)));
         if (unread)
-            if (DSModelCollection* role = roleCollection(source, l.cls.c_str(), kSource))
+            if (DSModelCollection* role = roleCollection(source, l.cls->c_str(), kSource))
                 for (const ADObject& h : *role)
-                    if (!std::strcmp(h->whoAmI(), l.cls.c_str()))
-                        targets->second.insert(static_cast<_ADLink*>(h.impl())->getTarget()->impl());
+                    if (*l.cls == h->whoAmI()) targets->second.insert(static_cast<_ADLink*>(h.impl())->getTarget()->impl());
         if (targets->second.count(target))
-            throw DocumentError(l.at, "a second " + l.cls + " joins the same two objects (the repository holds one)");
+            refuse(l.at, "a second " + *l.cls + " joins the same two objects (the repository holds one)");
     }
 }
 
@@ -379,20 +404,21 @@ void Reader::placeInRoles() {
     for (std::size_t i = 0; i < plan_.objects.size(); ++i) {
         const Object& l = plan_.objects[i];
         if (!l.link || l.existing) continue;
-        for (Side side : {kSource, kTarget}) plan_.roles[role(l.end[side], l.cls, side)].links.push_back(static_cast<int>(i));
+        for (Side side : {kSource, kTarget})
+            plan_.roles[role(l.end[side], l.cls->c_str(), side)].links.push_back(static_cast<int>(i));
     }
     for (Role& r : plan_.roles) {
         if (r.links.empty() && r.lists.empty()) continue;
         const Object& owner = plan_.objects[r.owner];
-        DSModelCollection* held = owner.existing ? roleCollection(owner.existing, r.linkClass.c_str(), r.side) : nullptr;
+        DSModelCollection* held = owner.existing ? roleCollection(owner.existing, r.linkClass, r.side) : nullptr;
         long heldCount = held ? held->count() : 0;
         if (r.single && !r.links.empty() && heldCount + static_cast<long>(r.links.size()) > 1) {
             const Object& second = plan_.objects[r.links[heldCount ? 0 : 1]];
-            throw DocumentError(second.endAt[r.side],
-                                "role '" + r.name + "' of " + owner.cls + " " + owner.id + " holds one link; a second is given here (" +
-                                    (heldCount ? std::string("the repository holds one")
-                                               : "the first at " + plan_.objects[r.links[0]].endAt[r.side]) +
-                                    ")");
+            refuse(second.endAt[r.side], "role '" + std::string(r.name) + "' of " + *owner.cls + " " + *owner.id +
+                                             " holds one link; a second is given here (" +
+                                             (heldCount ? std::string("the repository holds one")
+                                                        : "the first at " + plan_.where(plan_.objects[r.links[0]].endAt[r.side])) +
+                                             ")");
         }
         orderRole(r);
     }
@@ -410,11 +436,11 @@ void Reader::orderRole(Role& r) {
         return;
     }
     const Object& owner = plan_.objects[r.owner];
-    const bool ordered = r.side == kSource && (endRow(r.linkClass.c_str(), kSource).flags & adFlagOrdered);
+    const bool ordered = r.side == kSource && (endRow(r.linkClass, kSource).flags & adFlagOrdered);
     // The order graph: the held links first (nodes 0 .. held-1), then the new ones.
     std::vector<_ADObject*> held;
     if (owner.existing)
-        if (DSModelCollection* role = roleCollection(owner.existing, r.linkClass.c_str(), r.side))
+        if (DSModelCollection* role = roleCollection(owner.existing, r.linkClass, r.side))
             for (const ADObject& h : *role) held.push_back(h.impl());
     const int nh = static_cast<int>(held.size());
     const int n = nh + static_cast<int>(r.links.size());
@@ -426,24 +452,24 @@ void Reader::orderRole(Role& r) {
         if (heldNode.empty())
             for (int i = 0; i < nh; ++i) heldNode.emplace(held[i], i);
         auto it = heldNode.find(plan_.objects[x.link].existing);
-        if (it == heldNode.end()) throw DocumentError(x.at, "role '" + r.name + "' does not hold this link in the repository");
+        if (it == heldNode.end()) refuse(x.at, "role '" + std::string(r.name) + "' does not hold this link in the repository");
         return it->second;
     };
     struct Edge {
         int from, to;
-        const std::string* at;  // the place of `to` in the list that asks for it; null: the repository's order
+        Place at;  // the place of `to` in the list that asks for it; -1: the repository's order
     };
     std::vector<Edge> edges;
     if (!ordered)
-        for (int i = 1; i < nh; ++i) edges.push_back({i - 1, i, nullptr});
+        for (int i = 1; i < nh; ++i) edges.push_back({i - 1, i, -1});
     for (const std::vector<Listed>& list : r.lists) {
         for (std::size_t i = 1; i < list.size(); ++i) {
             const Listed& a = list[i - 1];
             const Listed& b = list[i];
             int from = nodeOf(a), to = nodeOf(b);
             if (!ordered && from >= nh && to < nh)
-                throw DocumentError(b.at, "role '" + r.name + "' holds this link in the repository already; a new link cannot come before it");
-            edges.push_back({from, to, &b.at});
+                refuse(b.at, "role '" + std::string(r.name) + "' holds this link in the repository already; a new link cannot come before it");
+            edges.push_back({from, to, b.at});
         }
     }
     std::vector<std::vector<int>> out(n), in(n);
@@ -487,16 +513,16 @@ void Reader::orderRole(Role& r) {
         int latest = -1, earliest = -1;
         bool repository = false;
         for (std::size_t s = static_cast<std::size_t>(stepAt[v]); s < trail.size(); ++s) {
-            if (!edges[trail[s]].at) {
+            if (edges[trail[s]].at < 0) {
                 repository = true;
                 continue;
             }
             if (latest < 0 || trail[s] > latest) latest = trail[s];
             if (earliest < 0 || trail[s] < earliest) earliest = trail[s];
         }
-        throw DocumentError(*edges[latest].at, "this order of role '" + r.name + "' contradicts " +
+        refuse(edges[latest].at, "this order of role '" + std::string(r.name) + "' contradicts " +
                                                    (repository ? std::string("the order the repository holds")
-                                                               : "the one given at " + *edges[earliest].at));
+                                                         : "the one given at " + plan_.where(edges[earliest].at)));
     }
     r.order.clear();
     for (int v : order)
@@ -523,7 +549,7 @@ void Reader::orderJoins() {
         const Object& l = plan_.objects[i];
         if (!l.link || l.existing) continue;
         for (Side side : {kSource, kTarget}) {
-            if (!(endRow(l.cls.c_str(), side).flags & adFlagControlling)) continue;
+            if (!(endRow(l.cls->c_str(), side).flags & adFlagControlling)) continue;
             int other = l.end[1 - side];
             controlled[i] = other;
             up[other].push_back(l.end[side]);

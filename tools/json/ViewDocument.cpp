@@ -68,17 +68,19 @@ std::string pointer(const std::string& at, const std::string& key) {
 std::string pointer(const std::string& at, std::size_t index) { return at + "/" + std::to_string(index); }
 
 std::vector<ADObject> importDocuments(const json& file) {
+    static const std::string documentsKey = "documents";
     plan::Plan p;
     plan::Reader reader(p);
-    if (file.is_object() && file.contains("documents")) {
+    if (file.is_object() && file.contains(documentsKey)) {
         for (auto it = file.begin(); it != file.end(); ++it)
-            if (it.key() != "documents")
+            if (it.key() != documentsKey)
                 throw DocumentError(pointer("", it.key()), "beside 'documents' a file holds nothing");
-        const json& docs = file["documents"];
+        const json& docs = file[documentsKey];
         if (!docs.is_array()) throw DocumentError("/documents", "an array of documents is expected");
-        for (std::size_t i = 0; i < docs.size(); ++i) reader.document(docs[i], pointer("/documents", i));
+        plan::Place at = p.step(-1, documentsKey);
+        for (std::size_t i = 0; i < docs.size(); ++i) reader.document(docs[i], p.step(at, i));
     } else {
-        reader.document(file, "");
+        reader.document(file, -1);
     }
     reader.finish();
     return plan::build(p);
@@ -87,7 +89,7 @@ std::vector<ADObject> importDocuments(const json& file) {
 ADObject* importDocument(const json& document) {
     plan::Plan p;
     plan::Reader reader(p);
-    reader.document(document, "");
+    reader.document(document, -1);
     reader.finish();
     return new ADObject(std::move(plan::build(p).front()));
 }
