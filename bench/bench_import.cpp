@@ -22,17 +22,31 @@ json dbdDocument(const std::string& name, int segments) {
     json items = json::array();
     for (int i = 0; i < segments; ++i) {
         std::string s = "S" + std::to_string(i);
-        json segment = {{"@class", "DSSegmentComplex"}, {"@id", name + "." + s}, {"@version", "V"},
-                        {"deleteFlag", ""},  {"exitFlag", 0},      {"frequency", "10"},
-                        {"insertFlag", ""},  {"maximumLength", 40}, {"minimumLength", 40},
-                        {"replaceFlag", ""}, {"rules", nullptr},    {"segmPointer", nullptr},
+        json segment = {{"@class", "DSSegmentComplex"},
+                        {"@id", name + "." + s},
+                        {"@version", "V"},
+                        {"deleteFlag", ""},
+                        {"exitFlag", 0},
+                        {"frequency", "10"},
+                        {"insertFlag", ""},
+                        {"maximumLength", 40},
+                        {"minimumLength", 40},
+                        {"replaceFlag", ""},
+                        {"rules", nullptr},
+                        {"segmPointer", nullptr},
                         {"strSegmentName", s}};
-        items.push_back({{"@class", "DSContainsSegment"}, {"@id", name + ".L" + std::to_string(i)}, {"@version", "V"},
+        items.push_back({{"@class", "DSContainsSegment"},
+                         {"@id", name + ".L" + std::to_string(i)},
+                         {"@version", "V"},
                          {"adTarget", std::move(segment)}});
     }
     return {{"view", "CORVIAPOPULATEDBD"},
             {"root",
-             {{"@class", "DSDBD"}, {"@id", name}, {"@version", "V"}, {"rootDBDname", name}, {"segments", std::move(items)},
+             {{"@class", "DSDBD"},
+              {"@id", name},
+              {"@version", "V"},
+              {"rootDBDname", name},
+              {"segments", std::move(items)},
               {"versionString", "1.0"}}}};
 }
 
@@ -76,8 +90,8 @@ void BM_ImportSegments(benchmark::State& state) {
     const int segments = static_cast<int>(state.range(0));
     const json docs = file(1, segments);
     importAll(state, docs);
-    state.counters["per_segment"] =
-        benchmark::Counter(static_cast<double>(segments), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["per_segment"] = benchmark::Counter(
+        static_cast<double>(segments), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 BENCHMARK(BM_ImportSegments)->Arg(5000)->Arg(20000)->Arg(40000)->Unit(benchmark::kMillisecond);
 }  // namespace

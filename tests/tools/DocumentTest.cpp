@@ -12,8 +12,8 @@
 #include <cstring>
 #include <memory>
 
-using nlohmann::json;
 using importcheck::snapshot;
+using nlohmann::json;
 
 namespace {
 class Documents : public ::testing::Test {
@@ -49,8 +49,9 @@ protected:
         std::vector<ADObject> roots = viewdoc::importDocuments(importcheck::file(docs));
         ASSERT_EQ(roots.size(), docs.size());
         for (std::size_t i = 0; i < docs.size(); ++i)
-            EXPECT_EQ(viewdoc::exportView(DLLViewType::find(docs[i]["view"].get<std::string>().c_str()), roots[i].impl()),
-                      docs[i])
+            EXPECT_EQ(
+                viewdoc::exportView(DLLViewType::find(docs[i]["view"].get<std::string>().c_str()), roots[i].impl()),
+                docs[i])
                 << "document " << i << " over " << docs[i]["root"]["@id"];
     }
 };
@@ -76,7 +77,9 @@ TEST_P(EveryView, ExpansionOverTheSampleImportsIntoAnEmptyRepositoryAndExportsAg
 }
 
 INSTANTIATE_TEST_SUITE_P(Views, EveryView, ::testing::Range(0, ewswtarnViewCount),
-                         [](const ::testing::TestParamInfo<int>& info) { return std::string(ewswtarnViews[info.param].name); });
+                         [](const ::testing::TestParamInfo<int>& info) {
+                             return std::string(ewswtarnViews[info.param].name);
+                         });
 
 // The sample's documents in the order of the given indexes.
 std::vector<json> inOrder(const std::vector<int>& order) {
@@ -102,7 +105,8 @@ TEST_P(EveryOrder, SampleComesBackFromOneDocumentAtATime) {
     std::vector<ADObject> roots;
     for (const json& doc : docs) roots.push_back(viewdoc::importDocuments(doc).front());
     for (std::size_t i = 0; i < docs.size(); ++i)
-        EXPECT_EQ(viewdoc::exportView(DLLViewType::find(docs[i]["view"].get<std::string>().c_str()), roots[i].impl()), docs[i])
+        EXPECT_EQ(viewdoc::exportView(DLLViewType::find(docs[i]["view"].get<std::string>().c_str()), roots[i].impl()),
+                  docs[i])
             << "document " << i;
 }
 
@@ -124,7 +128,8 @@ TEST_F(Documents, ViewsWhoseLinksAreReachedBeforeTheirRoleComeBackInOrder) {
 TEST_F(Documents, LinkRefusedAtItsTargetLeavesTheRepositoryAsItWasWhereverItStands) {
     const json& hospital = sampleDoc(0);
     std::vector<json::json_pointer> links;
-    std::function<void(const json&, const json::json_pointer&)> find = [&](const json& j, const json::json_pointer& at) {
+    std::function<void(const json&, const json::json_pointer&)> find = [&](const json& j,
+                                                                           const json::json_pointer& at) {
         if (j.is_array()) {
             for (std::size_t i = 0; i < j.size(); ++i) {
                 links.push_back(at / i);
@@ -162,7 +167,9 @@ TEST_F(Documents, LinkRefusedAtItsTargetLeavesTheRepositoryAsItWasWhereverItStan
 
 // A link to an object that exists already, given by identity only.
 json linkTo(const char* linkClass, const char* id, const char* end, const char* farClass, const char* farId) {
-    return json{{"@class", linkClass}, {"@id", id}, {"@version", "SAMPLE"},
+    return json{{"@class", linkClass},
+                {"@id", id},
+                {"@version", "SAMPLE"},
                 {end, {{"@class", farClass}, {"@id", farId}, {"@version", "SAMPLE"}}}};
 }
 
@@ -183,8 +190,10 @@ TEST_F(Documents, SegmentRefusedInASecondDBDLeavesTheRepositoryAsItWas) {
     // its segments too: the model refuses that link at its target.
     sample::Model m = sample::build();
     json hostile = other;
-    hostile["root"]["segments"].push_back(linkTo("DSContainsSegment", "NEW3", "adTarget", "DSSegmentComplex", "HOSPDBD.WARD"));
-    refused(hostile, "/root/segments/2", "the link is refused: ewswtarn_ 2514: DSContainsSegment, DSSegment, DSSegment");
+    hostile["root"]["segments"].push_back(
+        linkTo("DSContainsSegment", "NEW3", "adTarget", "DSSegmentComplex", "HOSPDBD.WARD"));
+    refused(hostile, "/root/segments/2",
+            "the link is refused: ewswtarn_ 2514: DSContainsSegment, DSSegment, DSSegment");
     // The corrected document is imported next.
     roundTrip({other});
     m = sample::Model();
@@ -219,7 +228,8 @@ TEST_F(Documents, OrderedRoleTakesTheOrderOfALaterDocument) {
     // segments changed places: they go back to their order.
     json incomplete = doc;
     incomplete["root"].erase("versionString");
-    refused(incomplete, "/root/versionString", "the built graph does not give the document back: the graph has \"1.0\" here");
+    refused(incomplete, "/root/versionString",
+            "the built graph does not give the document back: the graph has \"1.0\" here");
     roundTrip({doc});
 }
 
@@ -232,12 +242,18 @@ TEST_F(Documents, LinkListedTwiceInARoleIsRefused) {
 
 TEST_F(Documents, SecondLinkInAOneToOneRoleIsRefused) {
     json doc = sampleDoc(0);
-    doc["root"]["dliAccess"].push_back(linkTo("DSDefinedByAccess", "SECOND-ACCESS-LINK", "adTarget", "DSDBDhidam", "SECOND-ACCESS"));
-    refused(doc, "/root/dliAccess/1",
-            "role 'dliAccess' of DSDBD HOSPDBD holds one link; a second is given here (the first at /root/dliAccess/0)");
+    doc["root"]["dliAccess"].push_back(
+        linkTo("DSDefinedByAccess", "SECOND-ACCESS-LINK", "adTarget", "DSDBDhidam", "SECOND-ACCESS"));
+    refused(
+        doc, "/root/dliAccess/1",
+        "role 'dliAccess' of DSDBD HOSPDBD holds one link; a second is given here (the first at /root/dliAccess/0)");
     roundTrip({sampleDoc(0)});
     json second = {{"view", "CORVIAPOPULATEDBD"},
-                   {"root", {{"@class", "DSDBD"}, {"@id", "HOSPDBD"}, {"@version", "SAMPLE"}, {"dliAccess", {doc["root"]["dliAccess"][1]}}}}};
+                   {"root",
+                    {{"@class", "DSDBD"},
+                     {"@id", "HOSPDBD"},
+                     {"@version", "SAMPLE"},
+                     {"dliAccess", {doc["root"]["dliAccess"][1]}}}}};
     refused(second, "/root/dliAccess/0",
             "role 'dliAccess' of DSDBD HOSPDBD holds one link; a second is given here (the repository holds one)");
 }
@@ -245,8 +261,8 @@ TEST_F(Documents, SecondLinkInAOneToOneRoleIsRefused) {
 // ---- values ------------------------------------------------------------------------
 
 struct ValueCase {
-    const char* at;   // in the HIDAM DBD's document
-    const char* value;  // JSON text
+    const char* at;       // in the HIDAM DBD's document
+    const char* value;    // JSON text
     const char* refusal;  // null: accepted
 };
 
@@ -276,16 +292,15 @@ INSTANTIATE_TEST_SUITE_P(
                       ValueCase{kShort, "-32769", "the value does not fit a short"},
                       ValueCase{kShort, "18446744073709518848", "the value does not fit a short"},
                       ValueCase{kShort, "18446744073709551615", "the value does not fit a short"},
-                      ValueCase{kShort, "1.5", "a short value is expected"},
-                      ValueCase{kUshort, "65535", nullptr}, ValueCase{kUshort, "0", nullptr},
-                      ValueCase{kUshort, "65536", "the value does not fit a ushort"},
+                      ValueCase{kShort, "1.5", "a short value is expected"}, ValueCase{kUshort, "65535", nullptr},
+                      ValueCase{kUshort, "0", nullptr}, ValueCase{kUshort, "65536", "the value does not fit a ushort"},
                       ValueCase{kUshort, "-1", "the value does not fit a ushort"},
                       ValueCase{kUshort, "18446744073709551615", "the value does not fit a ushort"},
                       ValueCase{kBoolean, "2147483647", nullptr}, ValueCase{kBoolean, "-2147483648", nullptr},
                       ValueCase{kBoolean, "2147483648", "the value does not fit a boolean"},
                       ValueCase{kBoolean, "18446744073709551615", "the value does not fit a boolean"},
-                      ValueCase{kBoolean, "true", "a boolean value is expected"},
-                      ValueCase{kChar, "\"Y\"", nullptr}, ValueCase{kChar, "\"YN\"", "a char value is expected"},
+                      ValueCase{kBoolean, "true", "a boolean value is expected"}, ValueCase{kChar, "\"Y\"", nullptr},
+                      ValueCase{kChar, "\"YN\"", "a char value is expected"},
                       ValueCase{kChar, "\"\\u0000\"", "a string holding a NUL character is refused"},
                       ValueCase{kChar, "65", "a char value is expected"},
                       ValueCase{kString, "\"1.0\\u0000X\"", "a string holding a NUL character is refused"},
@@ -314,8 +329,9 @@ TEST_F(Documents, ObjectGivenTwiceWithDifferentValuesIsRefusedNamingBothPlaces) 
             "/root/dliAccess/0/adTarget/rootSequenceField/0/adTarget/strFieldName");
     std::vector<json> docs = importcheck::sampleDocuments();
     docs[7]["/root/listPCBs/0/adTarget/typeOfPCB/0/adTarget/keyLength"_json_pointer] = 21;
-    refused(importcheck::file(docs), "/documents/7/root/listPCBs/0/adTarget/typeOfPCB/0/adTarget/keyLength",
-            "another value for 'keyLength' of this object is given at /documents/0/root/basedPCBs/0/adSource/keyLength");
+    refused(
+        importcheck::file(docs), "/documents/7/root/listPCBs/0/adTarget/typeOfPCB/0/adTarget/keyLength",
+        "another value for 'keyLength' of this object is given at /documents/0/root/basedPCBs/0/adSource/keyLength");
 }
 
 // ---- identities ----------------------------------------------------------------------
@@ -343,14 +359,16 @@ TEST_P(Identities, WithNulOrTheDefaultIDAreRefusedAtTheirPlace) {
 const std::string kNul = "a string holding a NUL character is refused";
 const std::string kDefault = "the default object ID '*new*' names no object; an object is given by its own identity";
 
-INSTANTIATE_TEST_SUITE_P(
-    Refused, Identities,
-    ::testing::Values(IdentityCase{"/root/segments/2", "@id", "*new*", kDefault.c_str()},
-                      IdentityCase{"/root/segments/2/adTarget", "@id", "*new*", kDefault.c_str()},
-                      IdentityCase{"/root", "@id", "*new*", kDefault.c_str()},
-                      IdentityCase{"/root/segments/0/adTarget", "@id", std::string("HOSPDBD.HOSPITAL\0X", 18), kNul.c_str()},
-                      IdentityCase{"/root/segments/0", "@version", std::string("SAMPLE\0X", 8), kNul.c_str()},
-                      IdentityCase{"/root/segments/0", "@class", std::string("DSContainsSegment\0X", 19), kNul.c_str()}));
+INSTANTIATE_TEST_SUITE_P(Refused, Identities,
+                         ::testing::Values(IdentityCase{"/root/segments/2", "@id", "*new*", kDefault.c_str()},
+                                           IdentityCase{"/root/segments/2/adTarget", "@id", "*new*", kDefault.c_str()},
+                                           IdentityCase{"/root", "@id", "*new*", kDefault.c_str()},
+                                           IdentityCase{"/root/segments/0/adTarget", "@id",
+                                                        std::string("HOSPDBD.HOSPITAL\0X", 18), kNul.c_str()},
+                                           IdentityCase{"/root/segments/0", "@version", std::string("SAMPLE\0X", 8),
+                                                        kNul.c_str()},
+                                           IdentityCase{"/root/segments/0", "@class",
+                                                        std::string("DSContainsSegment\0X", 19), kNul.c_str()}));
 
 TEST_F(Documents, ViewNameWithNulIsRefused) {
     json doc = sampleDoc(0);

@@ -46,12 +46,18 @@ void store(_ADObject* o, const ADAttributeEntry& row, const json& v) {
 // Stores a value read from the repository back.
 void restore(_ADObject* o, const ADAttributeEntry& row, const DLLViewValue& v) {
     const char* t = row.type;
-    if (!std::strcmp(t, "string")) (o->*row.setter.str)(v.isNull ? nullptr : v.text.c_str(), omStore);
-    else if (!std::strcmp(t, "char")) (o->*row.setter.charv)(v.text.empty() ? '\0' : v.text[0], omStore);
-    else if (!std::strcmp(t, "boolean")) (o->*row.setter.boolean)(static_cast<int>(v.number), omStore);
-    else if (!std::strcmp(t, "short")) (o->*row.setter.shortv)(static_cast<short>(v.number), omStore);
-    else if (!std::strcmp(t, "ushort")) (o->*row.setter.ushortv)(static_cast<unsigned short>(v.number), omStore);
-    else if (!std::strcmp(t, "long")) (o->*row.setter.longv)(v.number, omStore);
+    if (!std::strcmp(t, "string"))
+        (o->*row.setter.str)(v.isNull ? nullptr : v.text.c_str(), omStore);
+    else if (!std::strcmp(t, "char"))
+        (o->*row.setter.charv)(v.text.empty() ? '\0' : v.text[0], omStore);
+    else if (!std::strcmp(t, "boolean"))
+        (o->*row.setter.boolean)(static_cast<int>(v.number), omStore);
+    else if (!std::strcmp(t, "short"))
+        (o->*row.setter.shortv)(static_cast<short>(v.number), omStore);
+    else if (!std::strcmp(t, "ushort"))
+        (o->*row.setter.ushortv)(static_cast<unsigned short>(v.number), omStore);
+    else if (!std::strcmp(t, "long"))
+        (o->*row.setter.longv)(v.number, omStore);
 }
 
 std::string shown(const json& v) {
@@ -186,8 +192,7 @@ private:
     void storeValues() {
         for (const Value& v : plan_.values) {  // each attribute of an object once
             _ADObject* o = handles_[v.object].impl();
-            if (plan_.objects[v.object].existing)
-                values_.push_back({o, v.row, DLLView_readValue(o, *v.row)});
+            if (plan_.objects[v.object].existing) values_.push_back({o, v.row, DLLView_readValue(o, *v.row)});
             store(o, *v.row, *v.value);
         }
     }
@@ -244,7 +249,7 @@ private:
         DSModelCollection* role;
         long count;
         long cursor;
-        bool moved;                     // rearranged: its old order follows
+        bool moved;  // rearranged: its old order follows
         std::vector<_ADObject*> order;
     };
     struct OldValue {

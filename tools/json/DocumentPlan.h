@@ -35,10 +35,10 @@ struct Object {
     const std::string* cls;
     const std::string* id;
     const std::string* version;
-    Place at;                        // the first place that gives it
-    long mention = 0;                // order of first mention in the documents
+    Place at;          // the first place that gives it
+    long mention = 0;  // order of first mention in the documents
     bool link = false;
-    _ADObject* existing = nullptr;   // the live object of this identity, if any
+    _ADObject* existing = nullptr;  // the live object of this identity, if any
     // Links: the object at each end (-1 while unknown) and where it was given.
     int end[2] = {-1, -1};
     Place endAt[2] = {-1, -1};

@@ -115,8 +115,10 @@ const std::string* text(const json& j, const char* key, const char** problem) {
 // The range of a number attribute's type.
 bool fits(const char* type, const json& v) {
     long long lo = INT32_MIN, hi = INT32_MAX;  // long (4 bytes) and boolean (an int)
-    if (!std::strcmp(type, "short")) lo = -32768, hi = 32767;
-    else if (!std::strcmp(type, "ushort")) lo = 0, hi = 65535;
+    if (!std::strcmp(type, "short"))
+        lo = -32768, hi = 32767;
+    else if (!std::strcmp(type, "ushort"))
+        lo = 0, hi = 65535;
     if (v.is_number_unsigned()) return v.get<std::uint64_t>() <= static_cast<std::uint64_t>(hi);
     long long n = v.get<std::int64_t>();
     return n >= lo && n <= hi;
@@ -126,9 +128,12 @@ bool fits(const char* type, const json& v) {
 std::string badValue(const ADAttributeEntry& row, const json& v) {
     const char* t = row.type;
     bool ok;
-    if (!std::strcmp(t, "string")) ok = v.is_null() || v.is_string();
-    else if (!std::strcmp(t, "char")) ok = v.is_string() && v.get_ref<const std::string&>().size() <= 1;
-    else ok = v.is_number_integer();
+    if (!std::strcmp(t, "string"))
+        ok = v.is_null() || v.is_string();
+    else if (!std::strcmp(t, "char"))
+        ok = v.is_string() && v.get_ref<const std::string&>().size() <= 1;
+    else
+        ok = v.is_number_integer();
     if (!ok) return std::string("a ") + t + " value is expected";
     if (v.is_string() && v.get_ref<const std::string&>().find('\0') != std::string::npos) return kNul;
     if (v.is_number_integer() && !fits(t, v)) return std::string("the value does not fit a ") + t;
@@ -165,7 +170,8 @@ void Reader::refuse(Place at, const char* key, const std::string& message) const
 void Reader::document(const json& doc, Place at) {
     if (!doc.is_object()) refuse(at, "a document is an object");
     for (auto it = doc.begin(); it != doc.end(); ++it)
-        if (it.key() != "view" && it.key() != "root") refuse(at, it.key().c_str(), "a document holds only 'view' and 'root'");
+        if (it.key() != "view" && it.key() != "root")
+            refuse(at, it.key().c_str(), "a document holds only 'view' and 'root'");
     const char* problem = "a view name is needed";
     const std::string* name = text(doc, "view", &problem);
     if (!name) refuse(at, "view", problem);
@@ -196,13 +202,15 @@ int Reader::identity(const json& j, Place at) {
     const std::string* id = text(j, "@id", &problem);
     if (!id) refuse(at, "@id", problem);
     if (*id == ADObject::defaultObjID())
-        refuse(at, "@id", std::string("the default object ID '") + ADObject::defaultObjID() +
-                              "' names no object; an object is given by its own identity");
+        refuse(at, "@id",
+               std::string("the default object ID '") + ADObject::defaultObjID() +
+                   "' names no object; an object is given by its own identity");
     problem = "the version is missing";
     const std::string* version = text(j, "@version", &problem);
     if (!version) refuse(at, "@version", problem);
 
-    auto [found, fresh] = plan_.byIdentity.emplace(Plan::Identity{*cls, *id, *version}, static_cast<int>(plan_.objects.size()));
+    auto [found, fresh] =
+        plan_.byIdentity.emplace(Plan::Identity{*cls, *id, *version}, static_cast<int>(plan_.objects.size()));
     if (fresh) {
         Object o;
         o.cls = cls;
@@ -224,7 +232,8 @@ int Reader::node(const json& j, const DLLViewList* list, Place at, bool exact) {
         if (j.size() > 3) refuse(at, "an object reached again is given by identity only");
         return self;
     }
-    if (exact && cls != list->className) refuse(at, "@class", "the link's end is not a " + std::string(list->className));
+    if (exact && cls != list->className)
+        refuse(at, "@class", "the link's end is not a " + std::string(list->className));
     if (!kindOf(cls.c_str(), list->className)) refuse(at, "@class", "'" + cls + "' is not a " + list->className);
     entries(self, j, list, at);
     return self;
@@ -277,7 +286,7 @@ void Reader::endEntry(int self, const DLLViewElem* e, const json& far, Place sel
 void Reader::roleEntry(int self, const std::vector<const DLLViewElem*>& elems, const json& items, Place at) {
     const char* cls = plan_.objects[self].cls->c_str();
     if (!items.is_array()) refuse(at, "a role is an array of links");
-    std::unordered_map<int, Place> listed;                       // link → its place in this array
+    std::unordered_map<int, Place> listed;                           // link → its place in this array
     std::vector<std::pair<const DLLViewElem*, std::size_t>> copies;  // copy → its order in the role
     for (std::size_t i = 0; i < items.size(); ++i) {
         Place itemAt = plan_.step(at, i);
@@ -290,9 +299,11 @@ void Reader::roleEntry(int self, const std::vector<const DLLViewElem*>& elems, c
         std::string takes;
         const DLLViewElem* copy = copyFor(elems, item, &farAlias, &takes);
         if (farAlias)
-            throw DocumentError(pointer(plan_.where(itemAt, farAlias), "@class"),
-                                "the link's end is a " + item[farAlias]["@class"].get<std::string>() + ", not one of " + takes);
-        if (!copy) refuse(itemAt, "@class", "'" + *itemClass + "' does not stand on role '" + elems.front()->alias + "'");
+            throw DocumentError(
+                pointer(plan_.where(itemAt, farAlias), "@class"),
+                "the link's end is a " + item[farAlias]["@class"].get<std::string>() + ", not one of " + takes);
+        if (!copy)
+            refuse(itemAt, "@class", "'" + *itemClass + "' does not stand on role '" + elems.front()->alias + "'");
         const char* linkClass = copy->list->className;
         const ADAttributeEntry* roleRow = roleOf(cls, copy->name);
         if (!roleRow || std::strcmp(adRoleLinkClass(*roleRow), linkClass) != 0 || !isLinkClass(linkClass))
@@ -301,7 +312,8 @@ void Reader::roleEntry(int self, const std::vector<const DLLViewElem*>& elems, c
         int link = node(item, copy->list, itemAt, true);
         setEnd(link, side, self, itemAt, itemAt);
         auto [first, fresh] = listed.emplace(link, itemAt);
-        if (!fresh) refuse(itemAt, "the link is listed twice in this role (also at " + plan_.where(first->second) + ")");
+        if (!fresh)
+            refuse(itemAt, "the link is listed twice in this role (also at " + plan_.where(first->second) + ")");
         Role& r = plan_.roles[role(self, linkClass, side)];
         auto c = std::find_if(copies.begin(), copies.end(), [&](const auto& p) { return p.first == copy; });
         if (c == copies.end()) {
@@ -382,7 +394,8 @@ void Reader::checkDuplicates() {
     for (std::size_t i = 0; i < plan_.objects.size(); ++i) {
         const Object& l = plan_.objects[i];
         if (!l.link || l.existing) continue;
-        std::uint64_t ends = static_cast<std::uint64_t>(l.end[kSource]) << 32 | static_cast<std::uint32_t>(l.end[kTarget]);
+        std::uint64_t ends =
+            static_cast<std::uint64_t>(l.end[kSource]) << 32 | static_cast<std::uint32_t>(l.end[kTarget]);
         auto [first, fresh] = made.emplace(std::make_pair(std::string_view(*l.cls), ends), static_cast<int>(i));
         if (!fresh)
             refuse(l.at, "a second " + *l.cls + " joins the same two objects (the first at " +
@@ -394,7 +407,8 @@ void Reader::checkDuplicates() {
         if (unread)
             if (DSModelCollection* role = roleCollection(source, l.cls->c_str(), kSource))
                 for (const ADObject& h : *role)
-                    if (*l.cls == h->whoAmI()) targets->second.insert(static_cast<_ADLink*>(h.impl())->getTarget()->impl());
+                    if (*l.cls == h->whoAmI())
+                        targets->second.insert(static_cast<_ADLink*>(h.impl())->getTarget()->impl());
         if (targets->second.count(target))
             refuse(l.at, "a second " + *l.cls + " joins the same two objects (the repository holds one)");
     }
@@ -414,11 +428,12 @@ void Reader::placeInRoles() {
         long heldCount = held ? held->count() : 0;
         if (r.single && !r.links.empty() && heldCount + static_cast<long>(r.links.size()) > 1) {
             const Object& second = plan_.objects[r.links[heldCount ? 0 : 1]];
-            refuse(second.endAt[r.side], "role '" + std::string(r.name) + "' of " + *owner.cls + " " + *owner.id +
-                                             " holds one link; a second is given here (" +
-                                             (heldCount ? std::string("the repository holds one")
-                                                        : "the first at " + plan_.where(plan_.objects[r.links[0]].endAt[r.side])) +
-                                             ")");
+            refuse(second.endAt[r.side],
+                   "role '" + std::string(r.name) + "' of " + *owner.cls + " " + *owner.id +
+                       " holds one link; a second is given here (" +
+                       (heldCount ? std::string("the repository holds one")
+                                  : "the first at " + plan_.where(plan_.objects[r.links[0]].endAt[r.side])) +
+                       ")");
         }
         orderRole(r);
     }
@@ -452,7 +467,8 @@ void Reader::orderRole(Role& r) {
         if (heldNode.empty())
             for (int i = 0; i < nh; ++i) heldNode.emplace(held[i], i);
         auto it = heldNode.find(plan_.objects[x.link].existing);
-        if (it == heldNode.end()) refuse(x.at, "role '" + std::string(r.name) + "' does not hold this link in the repository");
+        if (it == heldNode.end())
+            refuse(x.at, "role '" + std::string(r.name) + "' does not hold this link in the repository");
         return it->second;
     };
     struct Edge {
@@ -468,7 +484,8 @@ void Reader::orderRole(Role& r) {
             const Listed& b = list[i];
             int from = nodeOf(a), to = nodeOf(b);
             if (!ordered && from >= nh && to < nh)
-                refuse(b.at, "role '" + std::string(r.name) + "' holds this link in the repository already; a new link cannot come before it");
+                refuse(b.at, "role '" + std::string(r.name) +
+                                 "' holds this link in the repository already; a new link cannot come before it");
             edges.push_back({from, to, b.at});
         }
     }
@@ -481,7 +498,8 @@ void Reader::orderRole(Role& r) {
     }
     // Kahn's order, the held links first, then the earliest mentioned.
     auto key = [&](int v) {
-        return v < nh ? std::make_pair(0L, static_cast<long>(v)) : std::make_pair(1L, plan_.objects[r.links[v - nh]].mention);
+        return v < nh ? std::make_pair(0L, static_cast<long>(v))
+                      : std::make_pair(1L, plan_.objects[r.links[v - nh]].mention);
     };
     auto later = [&](int a, int b) { return key(a) > key(b); };
     std::priority_queue<int, std::vector<int>, decltype(later)> free(later);
@@ -521,8 +539,8 @@ void Reader::orderRole(Role& r) {
             if (earliest < 0 || trail[s] < earliest) earliest = trail[s];
         }
         refuse(edges[latest].at, "this order of role '" + std::string(r.name) + "' contradicts " +
-                                                   (repository ? std::string("the order the repository holds")
-                                                         : "the one given at " + plan_.where(edges[earliest].at)));
+                                     (repository ? std::string("the order the repository holds")
+                                                 : "the one given at " + plan_.where(edges[earliest].at)));
     }
     r.order.clear();
     for (int v : order)

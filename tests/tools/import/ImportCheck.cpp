@@ -70,7 +70,8 @@ bool pointsInto(const json& file, const std::string& where) {
             if (it == at->end()) return false;
             at = &*it;
         } else if (at->is_array()) {
-            if (s.empty() || s.size() > 9 || !std::all_of(s.begin(), s.end(), ::isdigit) || (s.size() > 1 && s[0] == '0'))
+            if (s.empty() || s.size() > 9 || !std::all_of(s.begin(), s.end(), ::isdigit) ||
+                (s.size() > 1 && s[0] == '0'))
                 return false;
             std::size_t n = std::stoul(s);
             if (n >= at->size()) return false;
@@ -106,46 +107,76 @@ bool nested(const Place& a, const Place& b) {
 
 json edgeValue(Choices& c) {
     switch (c.below(24)) {
-        case 0: return nullptr;
-        case 1: return true;
-        case 2: return 1.5;
-        case 3: return -1;
-        case 4: return 0;
-        case 5: return 32767;
-        case 6: return 32768;
-        case 7: return -32769;
-        case 8: return 65535;
-        case 9: return 65536;
-        case 10: return 2147483647;
-        case 11: return 2147483648LL;
-        case 12: return -2147483649LL;
-        case 13: return json::parse("18446744073709518848");
-        case 14: return json::parse("18446744073709551615");
-        case 15: return "";
-        case 16: return "x";
-        case 17: return "xy";
-        case 18: return std::string(1, '\0');
-        case 19: return std::string("a\0b", 3);
-        case 20: return json::array();
-        case 21: return json::object();
-        case 22: return std::string(300, 'L');
-        default: return -2147483648LL;
+        case 0:
+            return nullptr;
+        case 1:
+            return true;
+        case 2:
+            return 1.5;
+        case 3:
+            return -1;
+        case 4:
+            return 0;
+        case 5:
+            return 32767;
+        case 6:
+            return 32768;
+        case 7:
+            return -32769;
+        case 8:
+            return 65535;
+        case 9:
+            return 65536;
+        case 10:
+            return 2147483647;
+        case 11:
+            return 2147483648LL;
+        case 12:
+            return -2147483649LL;
+        case 13:
+            return json::parse("18446744073709518848");
+        case 14:
+            return json::parse("18446744073709551615");
+        case 15:
+            return "";
+        case 16:
+            return "x";
+        case 17:
+            return "xy";
+        case 18:
+            return std::string(1, '\0');
+        case 19:
+            return std::string("a\0b", 3);
+        case 20:
+            return json::array();
+        case 21:
+            return json::object();
+        case 22:
+            return std::string(300, 'L');
+        default:
+            return -2147483648LL;
     }
 }
 
 std::string edgeText(Choices& c, const std::vector<std::string>& fromFile) {
     switch (c.below(8)) {
-        case 0: return ADObject::defaultObjID();
-        case 1: return "";
-        case 2: return std::string("X\0Y", 3);
-        case 3: return "#" + std::to_string(c.below(100));
-        case 4: return "a/b~c";
-        default: return fromFile.empty() ? "Z" : fromFile[c.below(static_cast<std::uint32_t>(fromFile.size()))];
+        case 0:
+            return ADObject::defaultObjID();
+        case 1:
+            return "";
+        case 2:
+            return std::string("X\0Y", 3);
+        case 3:
+            return "#" + std::to_string(c.below(100));
+        case 4:
+            return "a/b~c";
+        default:
+            return fromFile.empty() ? "Z" : fromFile[c.below(static_cast<std::uint32_t>(fromFile.size()))];
     }
 }
 
-const char* const kClasses[] = {"KVPart", "ADLink", "ADObject", "DSDataElementAlias", "DSSDDAlias",
-                                "DSSegment", "DSNoSuchClass", "ADAnnotationText", "DSHasField", "DSDBDhidam"};
+const char* const kClasses[] = {"KVPart",    "ADLink",        "ADObject",         "DSDataElementAlias", "DSSDDAlias",
+                                "DSSegment", "DSNoSuchClass", "ADAnnotationText", "DSHasField",         "DSDBDhidam"};
 const char* const kKeys[] = {"colour", "@extra", "a/b", "~x", "", "@", "view", "documents", "segments"};
 }  // namespace
 
@@ -212,7 +243,8 @@ std::string importAndCheck(const json& file, bool* imported) {
     for (std::size_t i = 0; i < roots.size(); ++i) {
         const json& doc = many ? docs[i] : file;
         json again = viewdoc::exportView(DLLViewType::find(doc["view"].get<std::string>().c_str()), roots[i].impl());
-        if (again != doc) return "document " + std::to_string(i) + " does not come back: " + again.dump().substr(0, 300);
+        if (again != doc)
+            return "document " + std::to_string(i) + " does not come back: " + again.dump().substr(0, 300);
     }
     return "";
 }
@@ -274,7 +306,8 @@ void mutate(json& file, Choices& c) {
             break;
         case 5:  // another class
             if ((p = pick(objects)))
-                (*p->node)["@class"] = c.below(2) ? pickText(classes) : std::string(kClasses[c.below(std::size(kClasses))]);
+                (*p->node)["@class"] =
+                    c.below(2) ? pickText(classes) : std::string(kClasses[c.below(std::size(kClasses))]);
             break;
         case 6:  // a value at the edge of its type, or of another type
             if ((p = pick(scalars))) *p->node = edgeValue(c);
@@ -305,9 +338,15 @@ void mutate(json& file, Choices& c) {
                 json& docs = file["documents"];
                 auto n = static_cast<std::uint32_t>(docs.size());
                 switch (c.below(4)) {
-                    case 0: std::swap(docs[c.below(n)], docs[c.below(n)]); break;
-                    case 1: docs.push_back(docs[c.below(n)]); break;
-                    case 2: docs.erase(c.below(n)); break;
+                    case 0:
+                        std::swap(docs[c.below(n)], docs[c.below(n)]);
+                        break;
+                    case 1:
+                        docs.push_back(docs[c.below(n)]);
+                        break;
+                    case 2:
+                        docs.erase(c.below(n));
+                        break;
                     default: {
                         json& doc = docs[c.below(n)];
                         if (doc.is_object()) doc["view"] = pickText(views);
@@ -316,7 +355,8 @@ void mutate(json& file, Choices& c) {
             }
             break;
         case 11:  // a role or an end given a scalar or the wrong shape
-            if ((p = pick(all)) && p->node->is_structured()) *p->node = c.below(2) ? edgeValue(c) : json::array({edgeValue(c)});
+            if ((p = pick(all)) && p->node->is_structured())
+                *p->node = c.below(2) ? edgeValue(c) : json::array({edgeValue(c)});
             break;
         case 12:  // two objects change places
             if ((p = pick(objects))) {
@@ -330,7 +370,8 @@ void mutate(json& file, Choices& c) {
             break;
         default:  // an object reduced to its identity
             if ((p = pick(objects)))
-                *p->node = json{{"@class", (*p->node)["@class"]}, {"@id", (*p->node)["@id"]}, {"@version", (*p->node)["@version"]}};
+                *p->node = json{
+                    {"@class", (*p->node)["@class"]}, {"@id", (*p->node)["@id"]}, {"@version", (*p->node)["@version"]}};
             break;
     }
 }
