@@ -27,7 +27,7 @@ std::string run(std::uint32_t seed, Tally& tally) {
         if (!failure.empty()) return "importing the unchanged documents first: " + failure;
         docs.erase(docs.begin(), docs.begin() + before);
     }
-    nlohmann::json file = importcheck::file(docs);
+    nlohmann::json file = importcheck::file(std::move(docs));
     for (std::uint32_t n = 1 + choices.below(3); n > 0; --n) importcheck::mutate(file, choices);
     bool imported = false;
     std::string failure = importcheck::importAndCheck(file, &imported);

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <functional>
 #include <sstream>
+#include <string_view>
 
 using nlohmann::json;
 
@@ -86,18 +87,18 @@ bool pointsInto(const json& file, const std::string& where) {
 // Every node of a file with where it hangs.
 struct Place {
     json* node;
-    json* parent;  // null for the file itself
-    std::string key;
+    json* parent;            // null for the file itself
+    const std::string* key;  // in an object; else null
     std::size_t first, end;  // the node's subtree: these places in pre-order
 };
 
-void places(json& j, json* parent, const std::string& key, std::vector<Place>& out) {
+void places(json& j, json* parent, const std::string* key, std::vector<Place>& out) {
     std::size_t self = out.size();
     out.push_back({&j, parent, key, self, self});
     if (j.is_object())
-        for (auto it = j.begin(); it != j.end(); ++it) places(*it, &j, it.key(), out);
+        for (auto it = j.begin(); it != j.end(); ++it) places(*it, &j, &it.key(), out);
     else if (j.is_array())
-        for (json& item : j) places(item, &j, "", out);
+        for (json& item : j) places(item, &j, nullptr, out);
     out[self].end = out.size();
 }
 
@@ -158,7 +159,7 @@ json edgeValue(Choices& c) {
     }
 }
 
-std::string edgeText(Choices& c, const std::vector<std::string>& fromFile) {
+std::string edgeText(Choices& c, const std::vector<const std::string*>& fromFile) {
     switch (c.below(8)) {
         case 0:
             return ADObject::defaultObjID();
@@ -171,7 +172,7 @@ std::string edgeText(Choices& c, const std::vector<std::string>& fromFile) {
         case 4:
             return "a/b~c";
         default:
-            return fromFile.empty() ? "Z" : fromFile[c.below(static_cast<std::uint32_t>(fromFile.size()))];
+            return fromFile.empty() ? "Z" : *fromFile[c.below(static_cast<std::uint32_t>(fromFile.size()))];
     }
 }
 
@@ -222,7 +223,12 @@ std::vector<std::string> snapshot() {
 const std::vector<json>& sampleDocuments() { return documents().sample; }
 const std::vector<json>& viewDocuments() { return documents().views; }
 
-json file(const std::vector<json>& docs) { return json{{"documents", docs}}; }
+json file(std::vector<json> docs) {
+    json out = json::object();
+    json& array = out["documents"] = json::array();
+    array.get_ref<json::array_t&>() = std::move(docs);
+    return out;
+}
 
 std::string importAndCheck(const json& file, bool* imported) {
     std::vector<std::string> before = snapshot();
@@ -257,24 +263,27 @@ std::vector<json> shuffledSample(Choices& c) {
 
 void mutate(json& file, Choices& c) {
     std::vector<Place> all;
-    places(file, nullptr, "", all);
+    places(file, nullptr, nullptr, all);
     std::vector<Place> arrays, objects, scalars;
-    std::vector<std::string> ids, versions, classes, views;
+    std::vector<const std::string*> ids, versions, classes, views;
     for (const Place& p : all) {
         if (p.node->is_array() && !p.node->empty()) arrays.push_back(p);
         if (p.node->is_object() && p.node->contains("@class")) objects.push_back(p);
-        if (p.parent && p.parent->is_object() && !p.node->is_structured() && (p.key.empty() || p.key[0] != '@'))
+        std::string_view key = p.key ? std::string_view(*p.key) : std::string_view();
+        if (p.parent && p.parent->is_object() && !p.node->is_structured() && (key.empty() || key[0] != '@'))
             scalars.push_back(p);
-        if (p.key == "@id" && p.node->is_string()) ids.push_back(*p.node);
-        if (p.key == "@version" && p.node->is_string()) versions.push_back(*p.node);
-        if (p.key == "@class" && p.node->is_string()) classes.push_back(*p.node);
-        if (p.key == "view" && p.node->is_string()) views.push_back(*p.node);
+        if (!p.node->is_string()) continue;
+        const std::string* text = &p.node->get_ref<const std::string&>();
+        if (key == "@id") ids.push_back(text);
+        if (key == "@version") versions.push_back(text);
+        if (key == "@class") classes.push_back(text);
+        if (key == "view") views.push_back(text);
     }
     auto pick = [&](const std::vector<Place>& from) -> const Place* {
         return from.empty() ? nullptr : &from[c.below(static_cast<std::uint32_t>(from.size()))];
     };
-    auto pickText = [&](const std::vector<std::string>& from) {
-        return from.empty() ? std::string("Z") : from[c.below(static_cast<std::uint32_t>(from.size()))];
+    auto pickText = [&](const std::vector<const std::string*>& from) {
+        return from.empty() ? std::string("Z") : *from[c.below(static_cast<std::uint32_t>(from.size()))];
     };
     const Place* p = nullptr;
     switch (c.below(14)) {
@@ -295,7 +304,8 @@ void mutate(json& file, Choices& c) {
             if (c.below(2) && (p = pick(arrays))) {
                 p->node->erase(c.below(static_cast<std::uint32_t>(p->node->size())));
             } else if ((p = pick(all)) && p->parent && p->parent->is_object()) {
-                p->parent->erase(p->key);
+                std::string key = *p->key;
+                p->parent->erase(key);
             }
             break;
         case 3:  // another identity

@@ -29,7 +29,7 @@ const std::vector<nlohmann::json>& sampleDocuments();
 const std::vector<nlohmann::json>& viewDocuments();
 
 // A file of documents: {"documents": [...]}.
-nlohmann::json file(const std::vector<nlohmann::json>& documents);
+nlohmann::json file(std::vector<nlohmann::json> documents);
 
 // Imports `file` into the repository as it stands and checks the outcome.
 // Answers an empty text, or what went wrong: an accepted file whose documents

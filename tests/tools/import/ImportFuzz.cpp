@@ -20,12 +20,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         importcheck::ByteChoices choices(data + 1, size - 1);
         std::vector<nlohmann::json> docs = importcheck::shuffledSample(choices);
         std::size_t before = choices.below(static_cast<std::uint32_t>(docs.size()));
-        std::vector<nlohmann::json> first(docs.begin(), docs.begin() + before);
-        if (!importcheck::importAndCheck(importcheck::file(first)).empty()) std::abort();
+        viewdoc::importDocuments(importcheck::file({docs.begin(), docs.begin() + before}));
         std::vector<nlohmann::json> rest(docs.begin() + before, docs.end());
         if (choices.below(4) == 0) rest.push_back(importcheck::viewDocuments()[choices.below(38)]);
-        file = importcheck::file(rest);
-        while (!choices.exhausted()) importcheck::mutate(file, choices);
+        file = importcheck::file(std::move(rest));
+        for (std::uint32_t n = 1 + choices.below(4); n > 0 && !choices.exhausted(); --n) importcheck::mutate(file, choices);
     }
     std::string failure = importcheck::importAndCheck(file);
     DSRegistrar::releaseAll();
