@@ -266,6 +266,8 @@ struct ValueCase {
     const char* refusal;  // null: accepted
 };
 
+void PrintTo(const ValueCase& c, std::ostream* os) { *os << c.at << " = " << c.value; }
+
 class Values : public Documents, public ::testing::WithParamInterface<ValueCase> {};
 
 TEST_P(Values, AreStoredWhenTheyFitTheirTypeAndRefusedOtherwise) {
@@ -342,6 +344,8 @@ struct IdentityCase {
     std::string value;
     const char* refusal;
 };
+
+void PrintTo(const IdentityCase& c, std::ostream* os) { *os << c.at << "/" << c.key; }
 
 class Identities : public Documents, public ::testing::WithParamInterface<IdentityCase> {};
 
