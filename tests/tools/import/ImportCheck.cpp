@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <functional>
 #include <sstream>
 #include <string_view>
 
@@ -250,7 +249,8 @@ std::string importAndCheck(const json& file, bool* imported) {
         const json& doc = many ? docs[i] : file;
         json again = viewdoc::exportView(DLLViewType::find(doc["view"].get<std::string>().c_str()), roots[i].impl());
         if (again != doc)
-            return "document " + std::to_string(i) + " does not come back: " + again.dump().substr(0, 300);
+            return "document " + std::to_string(i) +
+                   " does not come back: " + again.dump(-1, ' ', false, json::error_handler_t::replace).substr(0, 300);
     }
     return "";
 }
