@@ -1,4 +1,5 @@
-// DSDictionary.cpp — the dictionary classes and the class descriptions of the
+// DSDictionary.cpp — the dictionary classes (among them the data element alias
+// below the SDD alias) and the class descriptions of the
 // platform's own classes (base objects, links, parts, technology objects and
 // dictionary classes), registered so clients can look any class up by name.
 #include <krmwtarn/platform/dictionary/DSDictionary.h>
@@ -10,11 +11,11 @@
 #include <cstring>
 #include <new>
 
-#define KR_DEFINE_DICTIONARY_CLASS(C, SUPER, ROLES)                                                        \
-    C::C(const char* context, const char* objID, int instantiate) : ADObject(context, objID, 0) {          \
+#define KR_DEFINE_DICTIONARY_CLASS(C, SUPER, SUPER_HANDLE, ROLES)                                          \
+    C::C(const char* context, const char* objID, int instantiate) : SUPER_HANDLE(context, objID, 0) {      \
         adopt(adAcquire<_##C>(#C, context, objID, instantiate));                                           \
     }                                                                                                      \
-    C::C(_##C* impl) noexcept : ADObject(impl) {}                                                          \
+    C::C(_##C* impl) noexcept : SUPER_HANDLE(impl) {}                                                      \
     _##C::_##C(const char* context, const char* objID, int instantiate)                                    \
         : _##SUPER(context, objID, instantiate) {}                                                         \
     _##C::~_##C() { releaseLastHandle(); }                                                                 \
@@ -48,7 +49,7 @@ namespace {
 bool attachGetters() {
 #define KR_ATTACH_OWN(C, R, LINK) _##C::table[_##C::krOwnRow_##R].getter = adRoleGetter(&_##C::_get_##R);
 #define KR_ATTACH_FOREIGN(C, R) _##C::table[_##C::krRow_##R].getter = adRoleGetter(&_##C::_get_##R);
-#define KR_ATTACH(C, SUPER, ROLES) ROLES(KR_ATTACH_OWN, KR_ATTACH_FOREIGN, C)
+#define KR_ATTACH(C, SUPER, SUPER_HANDLE, ROLES) ROLES(KR_ATTACH_OWN, KR_ATTACH_FOREIGN, C)
     KR_DICTIONARY_CLASSES(KR_ATTACH)
 #undef KR_ATTACH
 #undef KR_ATTACH_OWN
@@ -60,7 +61,7 @@ bool attachGetters() {
 
 namespace {
 ADObject* platformFactory(const char* className, const char* context, const char* objID) {
-#define KR_MAKE(C, SUPER, ROLES) \
+#define KR_MAKE(C, SUPER, SUPER_HANDLE, ROLES) \
     if (std::strcmp(className, #C) == 0) return new (std::nothrow) C(context, objID, 1);
     if (!className) return nullptr;
     KR_DICTIONARY_CLASSES(KR_MAKE)
@@ -75,7 +76,7 @@ _classStruct platformClasses[] = {
     {"ADLink", "ADObject", _ADLink::ownTable()},
     {"KVPart", "ADObject", _KVPart::ownTable()},
     {"DSTechnologyObject", "KVPart", noRows},
-#define KR_CLASS_ROW(C, SUPER, ROLES) {#C, #SUPER, _##C::table},
+#define KR_CLASS_ROW(C, SUPER, SUPER_HANDLE, ROLES) {#C, #SUPER, _##C::table},
     KR_DICTIONARY_CLASSES(KR_CLASS_ROW)
 #undef KR_CLASS_ROW
     {nullptr, nullptr, nullptr},

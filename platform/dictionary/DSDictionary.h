@@ -31,20 +31,26 @@
     OWN(C, structureDef, DSLinkDataStrc2StrctDef)
 #define KR_DSDATASTRUCTUREALIAS_ROLES(OWN, FOREIGN, C) FOREIGN(C, segmNames)
 #define KR_DSSDDALIAS_ROLES(OWN, FOREIGN, C) FOREIGN(C, fieldNames)
+// A data element's alias is a kind of SDD alias with no roles of its own (a
+// field names it through DSHasTARNfldName, whose target is any SDD alias).
+#define KR_DSDATAELEMENTALIAS_ROLES(OWN, FOREIGN, C)
 
-#define KR_DICTIONARY_CLASSES(X)                                   \
-    X(DSDataItem, KVPart, KR_DSDATAITEM_ROLES)                     \
-    X(DSDataStructure, KVPart, KR_DSDATASTRUCTURE_ROLES)           \
-    X(DSDataStructureAlias, KVPart, KR_DSDATASTRUCTUREALIAS_ROLES) \
-    X(DSSDDAlias, KVPart, KR_DSSDDALIAS_ROLES)
+// Each row: the class, its superclass, the superclass's handle (the handle
+// class a handle of C is a kind of), and its roles.
+#define KR_DICTIONARY_CLASSES(X)                                                 \
+    X(DSDataItem, KVPart, ADObject, KR_DSDATAITEM_ROLES)                         \
+    X(DSDataStructure, KVPart, ADObject, KR_DSDATASTRUCTURE_ROLES)               \
+    X(DSDataStructureAlias, KVPart, ADObject, KR_DSDATASTRUCTUREALIAS_ROLES)     \
+    X(DSSDDAlias, KVPart, ADObject, KR_DSSDDALIAS_ROLES)                         \
+    X(DSDataElementAlias, DSSDDAlias, DSSDDAlias, KR_DSDATAELEMENTALIAS_ROLES)
 
 // One dictionary class: handle C, implementation _C below _SUPER, with a
 // collection and accessor per role and the row numbers of its table
 // (krRow_ and the role for a foreign role, krOwnRow_ and the role for an own
 // one, which must be a role of this class in DictionaryLinks.def).
-#define KR_DICTIONARY_CLASS(C, SUPER, ROLES)                                                   \
+#define KR_DICTIONARY_CLASS(C, SUPER, SUPER_HANDLE, ROLES)                                     \
     class _##C;                                                                                \
-    class KRMWTARN_API C : public ADObject {                                                                \
+    class KRMWTARN_API C : public SUPER_HANDLE {                                                            \
     public:                                                                                    \
         C() noexcept = default;                                                                \
         C(const char* context, const char* objID, int instantiate);                            \

@@ -43,7 +43,6 @@ constinit ADAttributeEntry dataElement[] = {
     attribute("scale", "short", 2, 8),
     {},
 };
-ADAttributeEntry dataElementAlias[] = {{}};
 constinit ADAttributeEntry simpleTypeDef[] = {
     role("DSLinkDataItm2DataDef", "dataItems", "DSSimpleTypeDef"),
     attribute("dataType", "string", 4, 9),
@@ -74,7 +73,6 @@ constinit ADAttributeEntry structureToDef[] = {KR_END_ROWS("DSLinkDataStrc2Strct
 _classStruct viewClasses[] = {
     {"ADAnnotationText", "ADObject", annotationText},
     {"DSDataElement", "KVPart", dataElement},
-    {"DSDataElementAlias", "DSSDDAlias", dataElementAlias},
     {"DSSimpleTypeDef", "KVPart", simpleTypeDef},
     {"DSStructureDef", "KVPart", structureDef},
     {"ADLinkADAnnotObj2AnnotTxt", "ADLink", annotationLink},

@@ -1,7 +1,8 @@
 // ViewClasses.h — class descriptions of the data-dictionary and annotation
 // classes that only the views name: annotation texts and their link, the
-// dependency link between parts, data elements and their aliases, type and
-// structure definitions and the dictionary's own links to them.
+// dependency link between parts, data elements (their aliases are dictionary
+// classes, DSDictionary.h), type and structure definitions and the
+// dictionary's own links to them.
 #pragma once
 
 #include <krmwtarn/platform/common/Export.h>

@@ -2,18 +2,21 @@
 // with the elements' aliases as keys, each object with its class ("@class"),
 // identity ("@id") and version ("@version"). Import builds the graph such a
 // document describes in the current repository, through the attribute tables'
-// setters and the link constructors, so that export, import into an empty
+// setters and the link end setters, so that export, import into an empty
 // repository and export again give the same document. A document that does not
-// fit the view or the model is refused with a message that names the place in
-// the document, and the repository is left as it was.
+// fit the view, the model or the other documents read with it is refused with a
+// message that names the place in the document, and the repository is left
+// exactly as it was.
 #pragma once
 
 #include <krmwtarn/platform/views/DLLViewExpansion.h>
 
 #include <nlohmann/json.hpp>
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace viewdoc {
 
@@ -32,8 +35,20 @@ private:
 nlohmann::json exportView(DLLViewType* view, _ADObject* root);
 nlohmann::json toJson(const DLLViewNode& node);
 
-// Builds the document's graph; answers a new handle on its root object, which
-// the caller owns. Throws DocumentError (repository unchanged).
+// Builds the graph of a file's documents: the file is one document, or
+// {"documents": [...]}. The documents are imported as one: all of them are read
+// and checked before anything is made; links join their roles in the order the
+// documents give; every document must come back from the built graph
+// unchanged. Answers a handle on each document's root, in document order.
+// Throws DocumentError; the repository is then left exactly as it was.
+std::vector<ADObject> importDocuments(const nlohmann::json& file);
+
+// One document, as importDocuments of it alone; the caller owns the handle.
 ADObject* importDocument(const nlohmann::json& document);
+
+// JSON pointers (RFC 6901): `at` followed by one reference token, a key with
+// '~' written "~0" and '/' written "~1", or an array index.
+std::string pointer(const std::string& at, const std::string& key);
+std::string pointer(const std::string& at, std::size_t index);
 
 }  // namespace viewdoc

@@ -13,16 +13,6 @@
 
 namespace krmwtarn {
 namespace {
-// The sample's usual roots: its HIDAM DBD, its PSB and first PCB, and the
-// dictionary objects that describe the patient segment.
-const char* usualName(const char* cls) {
-    return !std::strcmp(cls, "DSDBD")                  ? "HOSPDBD"
-           : !std::strcmp(cls, "DSPSB")                ? "HOSPPSB"
-           : !std::strcmp(cls, "DSPCB")                ? "HOSPPSB.PCB1"
-           : !std::strcmp(cls, "DSDataStructureAlias") ? "WARD-TEXT"
-                                                       : "PATNAME-TEXT";
-}
-
 bool named(_ADObject* o, const char* name) {
     return !std::strcmp(o->objID(), name) || (o->_get_adName() && !std::strcmp(o->_get_adName(), name));
 }
@@ -62,10 +52,7 @@ Definitions::Definitions(const std::vector<std::string>& decks, const std::strin
         return;
     }
     sample_ = sample::build();
-    const sample::Model& m = *sample_;
-    for (const DSDBD* d : {&m.hospital, &m.hospIndex, &m.nameIndex, &m.logical, &m.dedb, &m.hdam, &m.msdb})
-        roots_.emplace_back(d->impl());
-    roots_.emplace_back(m.psb.impl());
+    for (const auto& [view, root] : sample::documentRoots(*sample_)) roots_.emplace_back(root);
 }
 
 Definitions::~Definitions() {
@@ -76,15 +63,13 @@ Definitions::~Definitions() {
 }
 
 _ADObject* Definitions::find(const char* cls, const char* name) const {
-    const char* wanted = name ? name : usualName(cls);
+    if (!name && sample_) return sample::defaultRoot(*sample_, cls);
+    // By name; with none, the sample's usual root if the sample is here.
+    const char* wanted = name ? name : sample::defaultName(cls);
     _ADObject* found = nullptr;
-    DSRegistrar::forEach([&](_ADObject* o) {
-        if (!found && o->isKindOf(cls) && named(o, wanted)) found = o;
-    });
-    // The field-text view is rooted in a dictionary element alias.
-    if (!found && !std::strcmp(cls, "DSDataElementAlias"))
+    if (wanted)
         DSRegistrar::forEach([&](_ADObject* o) {
-            if (!found && !std::strcmp(o->whoAmI(), "DSSDDAlias") && named(o, wanted)) found = o;
+            if (!found && o->isKindOf(cls) && named(o, wanted)) found = o;
         });
     if (found || name) return found;
     for (const ADObject& r : roots_) {

@@ -55,13 +55,13 @@ nlohmann::json documentsOf(const krmwtarn::Definitions& defs) {
 
 // The imported roots exported again, each by the view its document names, in
 // the shape that was read: one document, or {"documents": [...]}.
-nlohmann::json exportAgain(const nlohmann::json& read, const std::vector<std::unique_ptr<ADObject>>& roots) {
+nlohmann::json exportAgain(const nlohmann::json& read, const std::vector<ADObject>& roots) {
     auto again = [&](const nlohmann::json& doc, const ADObject& root) {
         return viewdoc::exportView(DLLViewType::find(doc.at("view").get<std::string>().c_str()), root.impl());
     };
-    if (!(read.is_object() && read.contains("documents"))) return again(read, *roots.front());
+    if (!(read.is_object() && read.contains("documents"))) return again(read, roots.front());
     nlohmann::json docs = nlohmann::json::array();
-    for (std::size_t i = 0; i < roots.size(); ++i) docs.push_back(again(read["documents"][i], *roots[i]));
+    for (std::size_t i = 0; i < roots.size(); ++i) docs.push_back(again(read["documents"][i], roots[i]));
     return nlohmann::json{{"documents", docs}};
 }
 }  // namespace
@@ -131,20 +131,7 @@ int krmwtarn::importDocuments(const std::string& file, bool asJson) {
     DLLView_init::initAll();
     int status = exitDone;
     try {
-        std::vector<std::unique_ptr<ADObject>> roots;
-        if (doc.is_object() && doc.contains("documents")) {
-            if (!doc["documents"].is_array()) throw viewdoc::DocumentError("/documents", "an array of documents is expected");
-            for (size_t i = 0; i < doc["documents"].size(); ++i) {
-                try {
-                    roots.emplace_back(viewdoc::importDocument(doc["documents"][i]));
-                } catch (const viewdoc::DocumentError& e) {
-                    throw viewdoc::DocumentError("/documents/" + std::to_string(i) + e.where(),
-                                                 std::string(e.what()).substr(e.where().size() + 2));
-                }
-            }
-        } else {
-            roots.emplace_back(viewdoc::importDocument(doc));
-        }
+        std::vector<ADObject> roots = viewdoc::importDocuments(doc);
         if (asJson)
             printText(exportAgain(doc, roots).dump(2) + "\n");
         else

@@ -2,8 +2,10 @@
 // definitions' names, so the sample is the same objects in every build.
 #include "tools/sample/SampleModel.h"
 
+#include <cstring>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace sample {
 namespace {
@@ -55,7 +57,7 @@ Model build() {
     // The dictionary: the ward segment's layout and a field's alias.
     m.wardText = named<DSDataStructureAlias>("WARD-TEXT");
     m.wardText->_set_adName("WARD-TEXT", omStore);
-    m.nameText = named<DSSDDAlias>("PATNAME-TEXT");
+    m.nameText = named<DSDataElementAlias>("PATNAME-TEXT");
     m.nameText->_set_adName("PATNAME-TEXT", omStore);
     auto wardLayout = named<DSDataStructure>("WARD-LAYOUT");
     wardLayout->_set_adName("WARD-LAYOUT", omStore);
@@ -251,6 +253,33 @@ Model build() {
         DSRefersTo(&tp, &dest, 1);
     }
     return m;
+}
+
+_ADObject* defaultRoot(const Model& m, const char* rootClass) {
+    for (const ADObject* o : {static_cast<const ADObject*>(&m.hospital), static_cast<const ADObject*>(&m.psb),
+                              static_cast<const ADObject*>(&m.hospitalPcb), static_cast<const ADObject*>(&m.wardText),
+                              static_cast<const ADObject*>(&m.nameText)})
+        if (!o->isEmpty() && !std::strcmp((*o)->whoAmI(), rootClass)) return o->impl();
+    return nullptr;
+}
+
+const char* defaultName(const char* rootClass) {
+    static const std::pair<const char*, const char*> names[] = {{"DSDBD", "HOSPDBD"},
+                                                                {"DSPSB", "HOSPPSB"},
+                                                                {"DSPCB", "HOSPPSB.PCB1"},
+                                                                {"DSDataStructureAlias", "WARD-TEXT"},
+                                                                {"DSDataElementAlias", "PATNAME-TEXT"}};
+    for (const auto& [cls, name] : names)
+        if (rootClass && !std::strcmp(cls, rootClass)) return name;
+    return nullptr;
+}
+
+std::vector<std::pair<const char*, _ADObject*>> documentRoots(const Model& m) {
+    std::vector<std::pair<const char*, _ADObject*>> roots;
+    for (const DSDBD* d : {&m.hospital, &m.hospIndex, &m.nameIndex, &m.logical, &m.dedb, &m.hdam, &m.msdb})
+        roots.emplace_back("CORVIAPOPULATEDBD", d->impl());
+    roots.emplace_back("CORVIAPSB", m.psb.impl());
+    return roots;
 }
 
 }  // namespace sample
