@@ -74,9 +74,14 @@ const std::vector<TableRows>& modelRows() {
                 std::vector<Value> row;
                 for (int c = 0; c < columns; ++c) {
                     switch (sqlite3_column_type(s, c)) {
-                        case SQLITE_NULL: row.emplace_back(); break;
-                        case SQLITE_INTEGER: row.emplace_back(sqlite3_column_int64(s, c)); break;
-                        default: row.emplace_back(std::string(reinterpret_cast<const char*>(sqlite3_column_text(s, c))));
+                        case SQLITE_NULL:
+                            row.emplace_back();
+                            break;
+                        case SQLITE_INTEGER:
+                            row.emplace_back(sqlite3_column_int64(s, c));
+                            break;
+                        default:
+                            row.emplace_back(std::string(reinterpret_cast<const char*>(sqlite3_column_text(s, c))));
                     }
                 }
                 t.rows.push_back(std::move(row));
@@ -93,8 +98,8 @@ const std::vector<TableRows>& modelRows() {
 void counters(benchmark::State& state) {
     state.counters["objects"] = kObjects;
     state.counters["links"] = kLinks;
-    state.counters["objects_per_s"] = benchmark::Counter(static_cast<double>(kObjects + kLinks) * state.iterations(),
-                                                         benchmark::Counter::kIsRate);
+    state.counters["objects_per_s"] =
+        benchmark::Counter(static_cast<double>(kObjects + kLinks) * state.iterations(), benchmark::Counter::kIsRate);
 }
 
 void StoreLargestModel(benchmark::State& state) {
@@ -133,10 +138,12 @@ void StoreLargestModel_Baseline(benchmark::State& state) {
             for (const auto& row : t.rows) {
                 for (size_t c = 0; c < row.size(); ++c) {
                     int i = static_cast<int>(c) + 1;
-                    if (const auto* n = std::get_if<long long>(&row[c])) sqlite3_bind_int64(s, i, *n);
+                    if (const auto* n = std::get_if<long long>(&row[c]))
+                        sqlite3_bind_int64(s, i, *n);
                     else if (const auto* text = std::get_if<std::string>(&row[c]))
                         sqlite3_bind_text(s, i, text->data(), static_cast<int>(text->size()), SQLITE_TRANSIENT);
-                    else sqlite3_bind_null(s, i);
+                    else
+                        sqlite3_bind_null(s, i);
                 }
                 sqlite3_step(s);
                 sqlite3_reset(s);
@@ -159,7 +166,8 @@ void RetrieveLargestModel(benchmark::State& state) {
         auto repository = krstore::Repository::open(path);
         repository->retrieveAll();
         state.PauseTiming();
-        if (DSRegistrar::count() != static_cast<size_t>(kObjects + kLinks)) state.SkipWithError("not every object came back");
+        if (DSRegistrar::count() != static_cast<size_t>(kObjects + kLinks))
+            state.SkipWithError("not every object came back");
         repository.reset();
         DSRegistrar::releaseAll();
         state.ResumeTiming();
@@ -182,8 +190,10 @@ void RetrieveLargestModel_Baseline(benchmark::State& state) {
             while (sqlite3_step(s) == SQLITE_ROW) {
                 ++rows;
                 for (int c = 0; c < columns; ++c) {
-                    if (sqlite3_column_type(s, c) == SQLITE_TEXT) bytes += sqlite3_column_bytes(s, c);
-                    else bytes += sqlite3_column_int64(s, c);
+                    if (sqlite3_column_type(s, c) == SQLITE_TEXT)
+                        bytes += sqlite3_column_bytes(s, c);
+                    else
+                        bytes += sqlite3_column_int64(s, c);
                 }
             }
             sqlite3_finalize(s);

@@ -11,10 +11,10 @@ namespace {
 
 constexpr int kStatementEnd = 71;  // last column of statement text
 constexpr int kContinueColumn = 72;
-constexpr int kContinuedText = 16;  // continued text starts here
-constexpr int kMaxDepth = 16;       // sublists nested deeper are refused
+constexpr int kContinuedText = 16;       // continued text starts here
+constexpr int kMaxDepth = 16;            // sublists nested deeper are refused
 constexpr std::size_t kMaxItems = 1000;  // and sublists of more positions
-constexpr char kInvalid = '\x7f';   // stands for a byte with no printable counterpart
+constexpr char kInvalid = '\x7f';        // stands for a byte with no printable counterpart
 
 // EBCDIC code page 037 positions of the printable ASCII characters; 1047
 // differs in the brackets and the circumflex.
@@ -59,8 +59,10 @@ void addCard(std::vector<Card>& cards, std::string text, int line) {
     if (text.find('\t') != std::string::npos) {
         std::string expanded;
         for (char c : text) {
-            if (c == '\t') expanded.append(8 - expanded.size() % 8, ' ');
-            else expanded.push_back(c);
+            if (c == '\t')
+                expanded.append(8 - expanded.size() % 8, ' ');
+            else
+                expanded.push_back(c);
             if (expanded.size() > 80) break;
         }
         text = std::move(expanded);
@@ -317,7 +319,8 @@ std::vector<Statement> readStatements(const std::string& file, std::string_view 
                 if ((u < 0x20 || u >= 0x7f) && !invalid) {
                     char hex[8];
                     std::snprintf(hex, sizeof hex, "0x%02X", u);
-                    diags.error({&file, cards[k].line, col}, std::string("invalid character ") + hex + " in the statement");
+                    diags.error({&file, cards[k].line, col},
+                                std::string("invalid character ") + hex + " in the statement");
                     invalid = true;
                 }
                 text.push_back({c, cards[k].line, col, static_cast<int>(k - i)});

@@ -65,7 +65,8 @@ public:
                 diags.warning(op.at, st.operation + " " + op.keyword + ": keyword has no place in the model; ignored");
                 continue;
             }
-            if (!byKey_.emplace(op.keyword, &op).second) diags.error(op.at, st.operation + " " + op.keyword + ": given twice");
+            if (!byKey_.emplace(op.keyword, &op).second)
+                diags.error(op.at, st.operation + " " + op.keyword + ": given twice");
         }
     }
     const Operand* operator[](const char* key) const {
@@ -194,7 +195,8 @@ private:
     _ADObject* segmentNamed(const std::string& stmt, const Operand* op, const Value* v, const std::string& dbd) {
         std::string name = text(op, v);
         _ADObject* s = name.empty() ? nullptr : findSegment(dbd, name);
-        if (!s && !name.empty()) diags_.error(v->at, stmt + " " + op->keyword + ": no segment " + name + " in DBD " + dbd);
+        if (!s && !name.empty())
+            diags_.error(v->at, stmt + " " + op->keyword + ": no segment " + name + " in DBD " + dbd);
         return s;
     }
     _ADObject* fieldNamed(const std::string& stmt, const Operand* op, const Value* v, _ADObject* segment) {
@@ -294,15 +296,19 @@ void Loader::dbdStatement(const Statement& st) {
         d_.kind = text(access, access->value.item(0));
         for (std::size_t i = 1; i < access->value.size(); ++i) {
             std::string w = text(access, access->value.item(i));
-            if (w == "VSAM" || w == "OSAM" || w == "BSAM") os = w;
-            else if (w == "PROT") protect = true;
-            else if (w == "NPROT") protect = false;
-            else if (w == "DOSCOMP") dosComp = true;
+            if (w == "VSAM" || w == "OSAM" || w == "BSAM")
+                os = w;
+            else if (w == "PROT")
+                protect = true;
+            else if (w == "NPROT")
+                protect = false;
+            else if (w == "DOSCOMP")
+                dosComp = true;
             else if (!w.empty())
                 diags_.warning(access->value.item(i)->at, "DBD ACCESS: '" + w + "' has no place in the model; ignored");
         }
     }
-    static const char* kinds[] = {"HIDAM", "PHIDAM", "HDAM", "PHDAM", "DEDB",  "INDEX",  "PSINDEX", "MSDB",
+    static const char* kinds[] = {"HIDAM", "PHIDAM", "HDAM", "PHDAM", "DEDB", "INDEX",   "PSINDEX", "MSDB",
                                   "HISAM", "SHISAM", "HSAM", "SHSAM", "GSAM", "LOGICAL", nullptr};
     bool known = false;
     for (const char** k = kinds; *k; ++k) known = known || d_.kind == *k;
@@ -337,11 +343,14 @@ void Loader::dbdStatement(const Statement& st) {
             if (!module.empty()) a->_set_rmName(module.c_str(), omStore);
             if (hdam) {
                 auto* h = static_cast<_DSDBDhdam*>(a.operator->());
-                if (auto n = number("DBD", rm, rm->value.item(1), 0, 32767)) h->_set_rootAnchorPoints(static_cast<short>(*n), omStore);
-                if (auto n = number("DBD", rm, rm->value.item(2), 0, 2147483647)) h->_set_relativeBlockNumber(*n, omStore);
+                if (auto n = number("DBD", rm, rm->value.item(1), 0, 32767))
+                    h->_set_rootAnchorPoints(static_cast<short>(*n), omStore);
+                if (auto n = number("DBD", rm, rm->value.item(2), 0, 2147483647))
+                    h->_set_relativeBlockNumber(*n, omStore);
                 if (auto n = number("DBD", rm, rm->value.item(3), 0, 2147483647)) h->_set_rootMaxBytes(*n, omStore);
             } else if (rm->value.size() > 1) {
-                diags_.warning(rm->value.item(1)->at, "DBD RMNAME: a DEDB keeps only the module's name; the rest is ignored");
+                diags_.warning(rm->value.item(1)->at,
+                               "DBD RMNAME: a DEDB keeps only the module's name; the rest is ignored");
             }
         }
     } else if (d_.kind == "INDEX" || d_.kind == "PSINDEX") {
@@ -401,21 +410,32 @@ void Loader::exitsOf(const std::string& stmt, const Operand* op, std::vector<DSE
             if (f->kind == Value::List) {
                 for (std::size_t k = 0; k < f->size(); ++k) {
                     std::string w = text(op, f->item(k));
-                    if (w == "CASCADE" || w == "NOCASCADE") x->_set_cascade(w == "CASCADE", omStore);
-                    else if (w == "KEY" || w == "NOKEY") x->_set_cascadeKey(w == "KEY", omStore);
-                    else if (w == "DATA" || w == "NODATA") x->_set_cascadeData(w == "DATA", omStore);
-                    else if (w == "PATH" || w == "NOPATH") x->_set_cascadePath(w == "PATH", omStore);
-                    else if (!w.empty()) diags_.error(f->item(k)->at, stmt + " EXIT: unknown cascade option " + w);
+                    if (w == "CASCADE" || w == "NOCASCADE")
+                        x->_set_cascade(w == "CASCADE", omStore);
+                    else if (w == "KEY" || w == "NOKEY")
+                        x->_set_cascadeKey(w == "KEY", omStore);
+                    else if (w == "DATA" || w == "NODATA")
+                        x->_set_cascadeData(w == "DATA", omStore);
+                    else if (w == "PATH" || w == "NOPATH")
+                        x->_set_cascadePath(w == "PATH", omStore);
+                    else if (!w.empty())
+                        diags_.error(f->item(k)->at, stmt + " EXIT: unknown cascade option " + w);
                 }
                 continue;
             }
             std::string w = text(op, f);
-            if (w == "KEY" || w == "NOKEY") x->_set_exitKey(w == "KEY", omStore);
-            else if (w == "DATA" || w == "NODATA") x->_set_exitData(w == "DATA", omStore);
-            else if (w == "PATH" || w == "NOPATH") x->_set_exitPath(w == "PATH", omStore);
-            else if (w == "LOG" || w == "NOLOG") x->_set_logFlag(w == "LOG", omStore);
-            else if (w == "CASCADE" || w == "NOCASCADE") x->_set_cascade(w == "CASCADE", omStore);
-            else if (!w.empty()) diags_.error(f->at, stmt + " EXIT: unknown exit option " + w);
+            if (w == "KEY" || w == "NOKEY")
+                x->_set_exitKey(w == "KEY", omStore);
+            else if (w == "DATA" || w == "NODATA")
+                x->_set_exitData(w == "DATA", omStore);
+            else if (w == "PATH" || w == "NOPATH")
+                x->_set_exitPath(w == "PATH", omStore);
+            else if (w == "LOG" || w == "NOLOG")
+                x->_set_logFlag(w == "LOG", omStore);
+            else if (w == "CASCADE" || w == "NOCASCADE")
+                x->_set_cascade(w == "CASCADE", omStore);
+            else if (!w.empty())
+                diags_.error(f->at, stmt + " EXIT: unknown exit option " + w);
         }
         out.push_back(x);
     }
@@ -434,12 +454,16 @@ void Loader::datasetStatement(const Statement& st, bool area) {
         if (auto n = number(stmt, ops["SIZE"], ops["SIZE"] ? ops["SIZE"]->value.item(0) : nullptr, 0, 32767))
             areaObj->_set_areaSize(static_cast<short>(*n), omStore);
         if (const Operand* u = ops["UOW"]) {
-            if (auto n = number(stmt, u, u->value.item(0), 0, 32767)) areaObj->_set_uow(static_cast<short>(*n), omStore);
-            if (auto n = number(stmt, u, u->value.item(1), 0, 32767)) areaObj->_set_uowOverflow(static_cast<short>(*n), omStore);
+            if (auto n = number(stmt, u, u->value.item(0), 0, 32767))
+                areaObj->_set_uow(static_cast<short>(*n), omStore);
+            if (auto n = number(stmt, u, u->value.item(1), 0, 32767))
+                areaObj->_set_uowOverflow(static_cast<short>(*n), omStore);
         }
         if (const Operand* r = ops["ROOT"]) {
-            if (auto n = number(stmt, r, r->value.item(0), 0, 32767)) areaObj->_set_root(static_cast<short>(*n), omStore);
-            if (auto n = number(stmt, r, r->value.item(1), 0, 32767)) areaObj->_set_rootOverflow(static_cast<short>(*n), omStore);
+            if (auto n = number(stmt, r, r->value.item(0), 0, 32767))
+                areaObj->_set_root(static_cast<short>(*n), omStore);
+            if (auto n = number(stmt, r, r->value.item(1), 0, 32767))
+                areaObj->_set_rootOverflow(static_cast<short>(*n), omStore);
         }
         guarded(st.at, stmt, [&] {
             auto group = link<DSDSColl>(&d_.dbd, &name);
@@ -449,8 +473,9 @@ void Loader::datasetStatement(const Statement& st, bool area) {
         });
         return;
     }
-    Operands ops(st, {"DD1", "OVFLW", "DD2", "DEVICE", "MODEL", "SIZE", "SCAN", "RECORD", "RECFM", "BLOCK", "FRSPC",
-                      "SEARCHA", "REL"},
+    Operands ops(st,
+                 {"DD1", "OVFLW", "DD2", "DEVICE", "MODEL", "SIZE", "SCAN", "RECORD", "RECFM", "BLOCK", "FRSPC",
+                  "SEARCHA", "REL"},
                  diags_);
     if (d_.kind == "DEDB") diags_.error(st.at, "DATASET: a DEDB's datasets are AREA statements");
     if (const Operand* rel = ops["REL"]) {
@@ -476,7 +501,8 @@ void Loader::datasetStatement(const Statement& st, bool area) {
     auto shortOf = [&](const char* key, std::size_t pos, void (_DSTARNDataset::*set)(short, omSetProcessing)) {
         const Operand* op = ops[key];
         if (!op) return;
-        if (auto n = number(stmt, op, op->value.item(pos), 0, 32767)) (ds.operator->()->*set)(static_cast<short>(*n), omStore);
+        if (auto n = number(stmt, op, op->value.item(pos), 0, 32767))
+            (ds.operator->()->*set)(static_cast<short>(*n), omStore);
     };
     shortOf("SIZE", 0, &_DSTARNDataset::_set_size1);
     shortOf("SIZE", 1, &_DSTARNDataset::_set_size2);
@@ -516,7 +542,8 @@ void Loader::closeSegment() {
     d_.indexPending = false;
     if (d_.indexUsed) return;
     if (d_.kind != "HIDAM" && d_.kind != "PHIDAM") {
-        diags_.error(d_.indexAt, "LCHILD: an index LCHILD without an XDFLD is a primary index, which only an HIDAM DBD has");
+        diags_.error(d_.indexAt,
+                     "LCHILD: an index LCHILD without an XDFLD is a primary index, which only an HIDAM DBD has");
         return;
     }
     std::string indexDbd = d_.indexDbd, stmt = "LCHILD";
@@ -526,7 +553,8 @@ void Loader::closeSegment() {
         _ADObject* target = findDbd(indexDbd);
         _ADObject* idx = target ? accessOf(target) : nullptr;
         if (!target) return diags_.error(at, "LCHILD NAME: no DBD named " + indexDbd);
-        if (!idx || !idx->isKindOf("DSDBDindex")) return diags_.error(at, "LCHILD NAME: DBD " + indexDbd + " is not an index DBD");
+        if (!idx || !idx->isKindOf("DSDBDindex"))
+            return diags_.error(at, "LCHILD NAME: DBD " + indexDbd + " is not an index DBD");
         guarded(at, "LCHILD", [&] {
             auto hidam = as<DSDBDhidam>(access.impl());
             auto index = as<DSDBDindex>(idx);
@@ -537,23 +565,29 @@ void Loader::closeSegment() {
 
 void Loader::segmStatement(const Statement& st) {
     closeSegment();
-    Operands ops(st, {"NAME", "PARENT", "BYTES", "FREQ", "RULES", "POINTER", "PTR", "SOURCE", "COMPRTN", "EXIT", "TYPE",
-                      "SSPTR"},
-                 diags_);
+    Operands ops(
+        st,
+        {"NAME", "PARENT", "BYTES", "FREQ", "RULES", "POINTER", "PTR", "SOURCE", "COMPRTN", "EXIT", "TYPE", "SSPTR"},
+        diags_);
     if (!require(st, ops["NAME"], "NAME")) return;
     std::string name = text(ops["NAME"], &ops["NAME"]->value);
     if (d_.segmentNames.count(name))
-        return diags_.error(ops["NAME"]->value.at, "SEGM NAME: segment " + name + " is defined twice in DBD " + d_.name);
+        return diags_.error(ops["NAME"]->value.at,
+                            "SEGM NAME: segment " + name + " is defined twice in DBD " + d_.name);
     if (d_.segmentNames.size() == kMaxSegments)
         return diags_.error(st.at, "SEGM: a DBD holds at most " + std::to_string(kMaxSegments) + " segments");
     d_.segmentNames.insert(name);
     std::string id = d_.name + "." + name;
     bool logical = d_.kind == "LOGICAL", dedb = d_.kind == "DEDB", plain = d_.kind == "MSDB" || d_.kind == "GSAM";
     DSSegment seg;
-    if (logical) seg = DSSegment(obtain<DSSegmentLogical>("DSSegmentLogical", id).operator->());
-    else if (dedb) seg = DSSegment(obtain<DSSegmentDEDB>("DSSegmentDEDB", id).operator->());
-    else if (plain) seg = obtain<DSSegment>("DSSegment", id);
-    else seg = DSSegment(obtain<DSSegmentComplex>("DSSegmentComplex", id).operator->());
+    if (logical)
+        seg = DSSegment(obtain<DSSegmentLogical>("DSSegmentLogical", id).operator->());
+    else if (dedb)
+        seg = DSSegment(obtain<DSSegmentDEDB>("DSSegmentDEDB", id).operator->());
+    else if (plain)
+        seg = obtain<DSSegment>("DSSegment", id);
+    else
+        seg = DSSegment(obtain<DSSegmentComplex>("DSSegmentComplex", id).operator->());
     bool complex = !logical && !dedb && !plain;
     seg->_set_strSegmentName(name.c_str(), omStore);
     if (logical) static_cast<_DSSegmentLogical*>(seg.operator->())->_set_segmentName(name.c_str(), omStore);
@@ -575,7 +609,9 @@ void Loader::segmStatement(const Statement& st) {
             codes = place, place.clear();  // RULES=PLV
         if (!codes.empty()) {
             if (!complex || codes.size() > 3 || codes.find_first_not_of("PLVB") != std::string::npos)
-                diags_.error(r->value.at, "SEGM RULES: insert, delete and replace rules are three of P, L, V, B on a segment of a physical DBD");
+                diags_.error(r->value.at,
+                             "SEGM RULES: insert, delete and replace rules are three of P, L, V, B on a segment of a "
+                             "physical DBD");
             else {
                 auto* c = static_cast<_DSSegmentComplex*>(seg.operator->());
                 c->_set_insertFlag(codes[0], omStore);
@@ -594,27 +630,37 @@ void Loader::segmStatement(const Statement& st) {
     if (pointer) {
         for (std::size_t i = 0; i < pointer->value.size(); ++i) {
             std::string w = text(pointer, pointer->value.item(i));
-            if (w == "LPARNT") lparnt = true;
-            else if (w == "CTR") ctr = true;
-            else if (w == "LTWIN" || w == "LTWINBWD") ltwin = w;
-            else if (!w.empty()) segPointers += (segPointers.empty() ? "" : ",") + w;
+            if (w == "LPARNT")
+                lparnt = true;
+            else if (w == "CTR")
+                ctr = true;
+            else if (w == "LTWIN" || w == "LTWINBWD")
+                ltwin = w;
+            else if (!w.empty())
+                segPointers += (segPointers.empty() ? "" : ",") + w;
         }
         if (!segPointers.empty()) {
-            if (complex) static_cast<_DSSegmentComplex*>(seg.operator->())->_set_segmPointer(segPointers.c_str(), omStore);
-            else diags_.warning(pointer->at, "SEGM POINTER: only segments of physical DBDs keep pointer options; ignored");
+            if (complex)
+                static_cast<_DSSegmentComplex*>(seg.operator->())->_set_segmPointer(segPointers.c_str(), omStore);
+            else
+                diags_.warning(pointer->at,
+                               "SEGM POINTER: only segments of physical DBDs keep pointer options; ignored");
         }
     }
     if (dedb) {
         auto* s = static_cast<_DSSegmentDEDB*>(seg.operator->());
         if (const Operand* t = ops["TYPE"]) {
             std::string w = text(t, &t->value);
-            if (w == "DIR" || w == "SEQ") s->_set_directDependent(w == "DIR", omStore);
-            else diags_.error(t->value.at, "SEGM TYPE: DIR or SEQ is expected, not '" + w + "'");
+            if (w == "DIR" || w == "SEQ")
+                s->_set_directDependent(w == "DIR", omStore);
+            else
+                diags_.error(t->value.at, "SEGM TYPE: DIR or SEQ is expected, not '" + w + "'");
         }
         if (const Operand* p = ops["SSPTR"])
             if (auto n = number("SEGM", p, &p->value, 0, 8)) s->_set_subsetPointers(static_cast<char>(*n), omStore);
     } else if (ops["TYPE"] || ops["SSPTR"]) {
-        diags_.warning((ops["TYPE"] ? ops["TYPE"] : ops["SSPTR"])->at, "SEGM TYPE and SSPTR: only DEDB segments have them; ignored");
+        diags_.warning((ops["TYPE"] ? ops["TYPE"] : ops["SSPTR"])->at,
+                       "SEGM TYPE and SSPTR: only DEDB segments have them; ignored");
     }
     Location at = st.at;
     guarded(at, "SEGM", [&] {
@@ -625,14 +671,16 @@ void Loader::segmStatement(const Statement& st) {
         bool flat = parent && parent->value.kind == Value::List && !parent->value.items.empty() &&
                     parent->value.items[0].kind != Value::List;
         const Value* physical = parent ? (flat ? &parent->value : parent->value.item(0)) : nullptr;
-        const Value* logicalParent = parent && !flat && parent->value.kind == Value::List ? parent->value.item(1) : nullptr;
+        const Value* logicalParent =
+            parent && !flat && parent->value.kind == Value::List ? parent->value.item(1) : nullptr;
         std::string parentName = physical ? text(parent, physical->item(0)) : std::string();
         if (parentName.empty() || parentName == "0") {
             if (d_.rootSegment.isEmpty()) d_.rootSegment = seg;
         } else {
             _ADObject* p = findSegment(d_.name, parentName);
             if (!p) {
-                diags_.error(physical->at, "SEGM PARENT: no segment " + parentName + " before " + name + " in DBD " + d_.name);
+                diags_.error(physical->at,
+                             "SEGM PARENT: no segment " + parentName + " before " + name + " in DBD " + d_.name);
             } else {
                 DSSegment ps(static_cast<_DSSegment*>(p));
                 auto l = link<DSParent>(&seg, &ps);
@@ -641,7 +689,9 @@ void Loader::segmStatement(const Statement& st) {
             }
         }
         if (logicalParent && !logicalParent->isEmpty()) {
-            if (!complex) return diags_.error(logicalParent->at, "SEGM PARENT: only segments of physical DBDs have a logical parent");
+            if (!complex)
+                return diags_.error(logicalParent->at,
+                                    "SEGM PARENT: only segments of physical DBDs have a logical parent");
             std::string lpName = text(parent, logicalParent->item(0)), kind = text(parent, logicalParent->item(1)),
                         lpDbd = text(parent, logicalParent->item(2));
             if (lpDbd.empty()) lpDbd = d_.name;
@@ -650,13 +700,15 @@ void Loader::segmStatement(const Statement& st) {
             deferred_.push_back([=, this] {
                 _ADObject* lp = findSegment(lpDbd, lpName);
                 if (!lp || !lp->isKindOf("DSSegmentComplex"))
-                    return diags_.error(lpAt, "SEGM PARENT: no segment " + lpName + " of a physical DBD " + lpDbd + " as logical parent");
+                    return diags_.error(lpAt, "SEGM PARENT: no segment " + lpName + " of a physical DBD " + lpDbd +
+                                                  " as logical parent");
                 guarded(lpAt, "SEGM", [&] {
                     auto parentSeg = as<DSSegmentComplex>(lp), childSeg = as<DSSegmentComplex>(child.impl());
                     // The logical parent's LCHILD statement may have made the relationship already.
                     DSLChild rel;
                     for (const ADObject& l : *childSeg->_get_logParent())
-                        if (static_cast<_DSLChild*>(l.impl())->_get_source()->impl() == lp) rel = as<DSLChild>(l.impl());
+                        if (static_cast<_DSLChild*>(l.impl())->_get_source()->impl() == lp)
+                            rel = as<DSLChild>(l.impl());
                     if (rel.isEmpty()) rel = link<DSLChild>(&parentSeg, &childSeg);
                     if (!kind.empty()) rel->_set_virtualParent(kind.c_str(), omStore);
                     if (lparnt) rel->_set_lparent(1, omStore);
@@ -674,7 +726,9 @@ void Loader::segmStatement(const Statement& st) {
         }
         // SOURCE=((segment,KEY|DATA,dbd),...) of a logical segment.
         if (const Operand* source = ops["SOURCE"]) {
-            if (!logical) return diags_.warning(source->at, "SEGM SOURCE: only segments of a logical DBD keep their sources; ignored");
+            if (!logical)
+                return diags_.warning(source->at,
+                                      "SEGM SOURCE: only segments of a logical DBD keep their sources; ignored");
             const Value& v = source->value;
             std::vector<const Value*> list;
             if (v.kind == Value::List && !v.items.empty() && v.items[0].kind == Value::List)
@@ -683,7 +737,8 @@ void Loader::segmStatement(const Statement& st) {
                 list.push_back(&v);
             ADObject logicalSeg = seg;
             for (const Value* s : list) {
-                std::string srcName = text(source, s->item(0)), mode = text(source, s->item(1)), srcDbd = text(source, s->item(2));
+                std::string srcName = text(source, s->item(0)), mode = text(source, s->item(1)),
+                            srcDbd = text(source, s->item(2));
                 if (srcName.empty() || srcDbd.empty()) {
                     diags_.error(s->at, "SEGM SOURCE: (segment,KEY|DATA,dbd) is expected");
                     continue;
@@ -714,9 +769,12 @@ void Loader::segmStatement(const Statement& st) {
             r->_set_routine(routine.c_str(), omStore);
             for (std::size_t i = 1; i < c->value.size(); ++i) {
                 std::string w = text(c, c->value.item(i));
-                if (w == "DATA" || w == "KEY") r->_set_dataOnly(w == "DATA", omStore);
-                else if (w == "INIT") r->_set_initialization(1, omStore);
-                else if (!w.empty()) diags_.error(c->value.item(i)->at, "SEGM COMPRTN: unknown option " + w);
+                if (w == "DATA" || w == "KEY")
+                    r->_set_dataOnly(w == "DATA", omStore);
+                else if (w == "INIT")
+                    r->_set_initialization(1, omStore);
+                else if (!w.empty())
+                    diags_.error(c->value.item(i)->at, "SEGM COMPRTN: unknown option " + w);
             }
             link<DSCompressedBy>(&seg, &r);
         }
@@ -738,10 +796,14 @@ void Loader::fieldStatement(const Statement& st) {
     bool seq = false, unique = false;
     for (std::size_t i = 1; i < nv.size(); ++i) {
         std::string w = text(ops["NAME"], nv.item(i));
-        if (w == "SEQ") seq = true;
-        else if (w == "U") unique = true;
-        else if (w == "M") unique = false;
-        else if (!w.empty()) diags_.error(nv.item(i)->at, "FIELD NAME: SEQ, U or M is expected, not '" + w + "'");
+        if (w == "SEQ")
+            seq = true;
+        else if (w == "U")
+            unique = true;
+        else if (w == "M")
+            unique = false;
+        else if (!w.empty())
+            diags_.error(nv.item(i)->at, "FIELD NAME: SEQ, U or M is expected, not '" + w + "'");
     }
     if (unique && !seq) diags_.error(nv.at, "FIELD NAME: U or M only follow SEQ");
     // START, BYTES and TYPE are checked; the model keeps the field's geometry
@@ -749,7 +811,10 @@ void Loader::fieldStatement(const Statement& st) {
     number("FIELD", ops["START"], ops["START"] ? &ops["START"]->value : nullptr, 1, 32767);
     number("FIELD", ops["BYTES"], ops["BYTES"] ? &ops["BYTES"]->value : nullptr, 1, 32767);
     if (ops["START"] || ops["BYTES"] || ops["TYPE"])
-        diags_.warning((ops["START"] ? ops["START"] : ops["BYTES"] ? ops["BYTES"] : ops["TYPE"])->at,
+        diags_.warning((ops["START"]   ? ops["START"]
+                        : ops["BYTES"] ? ops["BYTES"]
+                                       : ops["TYPE"])
+                           ->at,
                        "FIELD " + name + ": START, BYTES and TYPE have no place in the model; not kept");
     if (++d_.fields > kMaxFields)
         return diags_.error(st.at, "FIELD: a DBD holds at most " + std::to_string(kMaxFields) + " fields");
@@ -809,7 +874,8 @@ void Loader::lchildStatement(const Statement& st) {
     Location pairAt = ops["PAIR"] ? ops["PAIR"]->value.at : st.at;
     ADObject parent = d_.segment;
     std::string parentName = d_.segmentName;
-    if (ops["INDEX"]) diags_.warning(ops["INDEX"]->at, "LCHILD INDEX: only an index DBD's LCHILD names its index field; ignored");
+    if (ops["INDEX"])
+        diags_.warning(ops["INDEX"]->at, "LCHILD INDEX: only an index DBD's LCHILD names its index field; ignored");
     deferred_.push_back([=, this] {
         _ADObject* child = findSegment(childDbd, childName);
         if (!child || !child->isKindOf("DSSegmentComplex"))
@@ -821,7 +887,8 @@ void Loader::lchildStatement(const Statement& st) {
             auto p = as<DSSegmentComplex>(parent.impl()), c = as<DSSegmentComplex>(child);
             DSLChild rel;
             for (const ADObject& l : *c->_get_logParent())
-                if (static_cast<_DSLChild*>(l.impl())->_get_source()->impl() == parent.impl()) rel = as<DSLChild>(l.impl());
+                if (static_cast<_DSLChild*>(l.impl())->_get_source()->impl() == parent.impl())
+                    rel = as<DSLChild>(l.impl());
             if (rel.isEmpty()) rel = link<DSLChild>(&p, &c);
             rel->_set_strLPARENT(parentName.c_str(), omStore);
             if (!ptr.empty()) rel->_set_lcPointer(ptr.c_str(), omStore);
@@ -839,7 +906,8 @@ void Loader::lchildStatement(const Statement& st) {
 void Loader::xdfldStatement(const Statement& st) {
     Operands ops(st, {"NAME", "SEGMENT", "SRCH", "SUBSEQ", "DDATA", "NULLVAL", "EXTRTN", "CONST"}, diags_);
     if (!d_.indexPending) return diags_.error(st.at, "XDFLD: no LCHILD naming an index DBD (POINTER=INDX) before it");
-    if (!d_.segment->isKindOf("DSSegmentComplex")) return diags_.error(st.at, "XDFLD: only segments of physical DBDs are indexed");
+    if (!d_.segment->isKindOf("DSSegmentComplex"))
+        return diags_.error(st.at, "XDFLD: only segments of physical DBDs are indexed");
     if (!require(st, ops["NAME"], "NAME")) return;
     d_.indexUsed = true;
     std::string name = text(ops["NAME"], &ops["NAME"]->value);
@@ -848,8 +916,9 @@ void Loader::xdfldStatement(const Statement& st) {
         return diags_.error(ops["NAME"]->value.at, "XDFLD NAME: an XDFLD named " + name + " is already defined");
     auto x = obtain<DSXDFLD>("DSXDFLD", name);
     x->_set_xdfldName(name.c_str(), omStore);
-    for (auto [key, set] : {std::pair{"NULLVAL", &_DSXDFLD::_set_nullValue}, std::pair{"EXTRTN", &_DSXDFLD::_set_exitRoutine},
-                            std::pair{"CONST", &_DSXDFLD::_set_constant}})
+    for (auto [key, set] :
+         {std::pair{"NULLVAL", &_DSXDFLD::_set_nullValue}, std::pair{"EXTRTN", &_DSXDFLD::_set_exitRoutine},
+          std::pair{"CONST", &_DSXDFLD::_set_constant}})
         if (const Operand* op = ops[key]) {
             std::string t = text(op, &op->value);
             if (!t.empty()) (x.operator->()->*set)(t.c_str(), omStore);
@@ -878,7 +947,8 @@ void Loader::xdfldStatement(const Statement& st) {
         _ADObject* idxDbd = findDbd(indexDbd);
         _ADObject* idx = idxDbd ? accessOf(idxDbd) : nullptr;
         if (!idxDbd) return diags_.error(indexAt, "LCHILD NAME: no DBD named " + indexDbd);
-        if (!idx || !idx->isKindOf("DSDBDindex")) return diags_.error(indexAt, "LCHILD NAME: DBD " + indexDbd + " is not an index DBD");
+        if (!idx || !idx->isKindOf("DSDBDindex"))
+            return diags_.error(indexAt, "LCHILD NAME: DBD " + indexDbd + " is not an index DBD");
         _ADObject* source = target.impl();
         if (!sourceName.empty() && !(source = findSegment(dbdName, sourceName)))
             return diags_.error(sourceAt, "XDFLD SEGMENT: no segment " + sourceName + " in DBD " + dbdName);
@@ -898,9 +968,12 @@ void Loader::xdfldStatement(const Statement& st) {
                         continue;
                     }
                     auto field = as<DSField>(f);
-                    if (l.key[1] == 'R') link<DSHasSearch>(&x, &field);
-                    else if (l.key[1] == 'U') link<DSHasSubsequence>(&x, &field);
-                    else link<DSHasDuplicateData>(&x, &field);
+                    if (l.key[1] == 'R')
+                        link<DSHasSearch>(&x, &field);
+                    else if (l.key[1] == 'U')
+                        link<DSHasSubsequence>(&x, &field);
+                    else
+                        link<DSHasDuplicateData>(&x, &field);
                 }
         });
     });
@@ -912,7 +985,8 @@ void Loader::endDbd(const Location& at, bool byDbdgen) {
     if (d_.repeated) {
         const auto& [firstAt, firstText] = dbdTexts_[d_.name];
         if (firstText == d_.text)
-            diags_.warning(d_.at, "DBD " + d_.name + ": defined again identically (first at " + where(firstAt) + "); one definition is kept");
+            diags_.warning(d_.at, "DBD " + d_.name + ": defined again identically (first at " + where(firstAt) +
+                                      "); one definition is kept");
         else
             diags_.error(d_.at, "DBD " + d_.name + ": defined again differently (first at " + where(firstAt) + ")");
     } else if (!d_.skip) {
@@ -949,7 +1023,8 @@ void Loader::readDeck(const std::string& file, const std::vector<Statement>& sta
             diags_.warning(st.at, op + ": statement has no place in the model; skipped");
             continue;
         }
-        bool dbdPart = op == "DATASET" || op == "AREA" || op == "SEGM" || op == "FIELD" || op == "LCHILD" || op == "XDFLD";
+        bool dbdPart =
+            op == "DATASET" || op == "AREA" || op == "SEGM" || op == "FIELD" || op == "LCHILD" || op == "XDFLD";
         bool psbPart = op == "PCB" || op == "SENSEG" || op == "SENFLD";
         if (op == "DBD") {
             if (d_.open) endDbd(st.at, false);
@@ -969,7 +1044,8 @@ void Loader::readDeck(const std::string& file, const std::vector<Statement>& sta
             d_.text += op + " " + st.source + "\n";
             if (d_.skip) continue;
             if ((op == "LCHILD" || op == "XDFLD") && ++d_.references > kMaxReferences) {
-                diags_.error(st.at, op + ": a DBD holds at most " + std::to_string(kMaxReferences) + " LCHILD and XDFLD statements");
+                diags_.error(st.at, op + ": a DBD holds at most " + std::to_string(kMaxReferences) +
+                                        " LCHILD and XDFLD statements");
                 continue;
             }
             if ((op == "DATASET" || op == "AREA") && ++d_.datasets > kMaxDatasets) {
@@ -1022,9 +1098,10 @@ void Loader::resolve() {
 
 void Loader::buildPsb(const PsbGroup& group) {
     const Statement& gen = *group.psbgen;
-    Operands ops(gen, {"PSBNAME", "LANG", "CMPAT", "IOASIZE", "SSASIZE", "IOEROPN", "LOCKMAX", "MAXQ", "OLIC", "HPSBNAME",
-                       "WRTOP"},
-                 diags_);
+    Operands ops(
+        gen,
+        {"PSBNAME", "LANG", "CMPAT", "IOASIZE", "SSASIZE", "IOEROPN", "LOCKMAX", "MAXQ", "OLIC", "HPSBNAME", "WRTOP"},
+        diags_);
     if (!require(gen, ops["PSBNAME"], "PSBNAME")) return;
     std::string name = text(ops["PSBNAME"], &ops["PSBNAME"]->value);
     std::string fullText;
@@ -1032,14 +1109,17 @@ void Loader::buildPsb(const PsbGroup& group) {
     fullText += "PSBGEN " + gen.source + "\n";
     if (auto first = psbTexts_.find(name); first != psbTexts_.end()) {
         if (first->second.second == fullText)
-            diags_.warning(gen.at, "PSB " + name + ": defined again identically (first at " + where(first->second.first) + "); one definition is kept");
+            diags_.warning(gen.at, "PSB " + name + ": defined again identically (first at " +
+                                       where(first->second.first) + "); one definition is kept");
         else
-            diags_.error(gen.at, "PSB " + name + ": defined again differently (first at " + where(first->second.first) + ")");
+            diags_.error(gen.at,
+                         "PSB " + name + ": defined again differently (first at " + where(first->second.first) + ")");
         return;
     }
     psbTexts_.emplace(name, std::make_pair(gen.at, fullText));
     if (DSRegistrar::findObj("DSPSB", name.c_str(), version_.c_str())) {
-        diags_.warning(gen.at, "PSB " + name + ": already in the repository in version " + version_ + "; the definition there is kept");
+        diags_.warning(gen.at, "PSB " + name + ": already in the repository in version " + version_ +
+                                   "; the definition there is kept");
         return;
     }
     auto psb = obtain<DSPSB>("DSPSB", name);
@@ -1051,26 +1131,35 @@ void Loader::buildPsb(const PsbGroup& group) {
     if (auto v = yesNo("PSBGEN", ops["CMPAT"])) psb->_set_compatibility(*v, omStore);
     if (auto v = yesNo("PSBGEN", ops["OLIC"])) psb->_set_onlineImageCopy(*v, omStore);
     if (auto v = yesNo("PSBGEN", ops["WRTOP"])) psb->_set_writeToOperator(*v, omStore);
-    if (const Operand* o = ops["IOASIZE"]) if (auto n = number("PSBGEN", o, &o->value, 0, 2147483647)) psb->_set_ioaSize(*n, omStore);
-    if (const Operand* o = ops["SSASIZE"]) if (auto n = number("PSBGEN", o, &o->value, 0, 2147483647)) psb->_set_ssaSize(*n, omStore);
-    if (const Operand* o = ops["IOEROPN"]) if (auto n = number("PSBGEN", o, o->value.item(0), 0, 32767)) psb->_set_ioErrorOption(static_cast<short>(*n), omStore);
-    if (const Operand* o = ops["LOCKMAX"]) if (auto n = number("PSBGEN", o, &o->value, 0, 32767)) psb->_set_lockMaximum(static_cast<short>(*n), omStore);
-    if (const Operand* o = ops["MAXQ"]) if (auto n = number("PSBGEN", o, &o->value, 0, 65535)) psb->_set_maximumQxCalls(static_cast<unsigned short>(*n), omStore);
+    if (const Operand* o = ops["IOASIZE"])
+        if (auto n = number("PSBGEN", o, &o->value, 0, 2147483647)) psb->_set_ioaSize(*n, omStore);
+    if (const Operand* o = ops["SSASIZE"])
+        if (auto n = number("PSBGEN", o, &o->value, 0, 2147483647)) psb->_set_ssaSize(*n, omStore);
+    if (const Operand* o = ops["IOEROPN"])
+        if (auto n = number("PSBGEN", o, o->value.item(0), 0, 32767))
+            psb->_set_ioErrorOption(static_cast<short>(*n), omStore);
+    if (const Operand* o = ops["LOCKMAX"])
+        if (auto n = number("PSBGEN", o, &o->value, 0, 32767)) psb->_set_lockMaximum(static_cast<short>(*n), omStore);
+    if (const Operand* o = ops["MAXQ"])
+        if (auto n = number("PSBGEN", o, &o->value, 0, 65535))
+            psb->_set_maximumQxCalls(static_cast<unsigned short>(*n), omStore);
 
     int pcbNumber = 0, sensegCount = 0, senfldCount = 0;
-    DSPCBdb dbType;          // the database PCB the SENSEGs belong to
-    std::string dbdName;     // its DBD
-    std::string pcbName;     // its name, which qualifies the SENSEGs' identities
+    DSPCBdb dbType;       // the database PCB the SENSEGs belong to
+    std::string dbdName;  // its DBD
+    std::string pcbName;  // its name, which qualifies the SENSEGs' identities
     std::unordered_map<std::string, DSSenSegment> sensegs;
-    DSSenSegment senseg;     // the last SENSEG
+    DSSenSegment senseg;  // the last SENSEG
     std::string sensegName;
     for (const Statement* stp : group.statements) {
         const Statement& st = *stp;
         if (st.operation == "PCB") {
-            Operands p(st, {"TYPE", "DBDNAME", "PROCOPT", "KEYLEN", "POS", "PROCSEQ", "PCBNAME", "LIST", "SB", "NAME", "LTERM",
-                            "ALTRESP", "EXPRESS", "MODIFY", "SAMETRM"},
+            Operands p(st,
+                       {"TYPE", "DBDNAME", "PROCOPT", "KEYLEN", "POS", "PROCSEQ", "PCBNAME", "LIST", "SB", "NAME",
+                        "LTERM", "ALTRESP", "EXPRESS", "MODIFY", "SAMETRM"},
                        diags_);
-            if (++pcbNumber > kMaxPCBs) return diags_.error(st.at, "PCB: a PSB holds at most " + std::to_string(kMaxPCBs) + " PCBs");
+            if (++pcbNumber > kMaxPCBs)
+                return diags_.error(st.at, "PCB: a PSB holds at most " + std::to_string(kMaxPCBs) + " PCBs");
             dbType = DSPCBdb();
             senseg = DSSenSegment();
             sensegs.clear();
@@ -1116,7 +1205,9 @@ void Loader::buildPsb(const PsbGroup& group) {
                                 link<DSRefersTo>(&tp, &dest);
                             }
                     for (const char* key : {"DBDNAME", "PROCOPT", "KEYLEN", "POS", "PROCSEQ", "SB"})
-                        if (p[key]) diags_.warning(p[key]->at, std::string("PCB ") + key + ": a TP PCB has no such operand; ignored");
+                        if (p[key])
+                            diags_.warning(p[key]->at,
+                                           std::string("PCB ") + key + ": a TP PCB has no such operand; ignored");
                     return;
                 }
                 if (!require(st, p["DBDNAME"], "DBDNAME")) return;
@@ -1128,18 +1219,26 @@ void Loader::buildPsb(const PsbGroup& group) {
                     if (reused(existed)) return void(dbType = DSPCBdb());
                     based = DSPCBbased(dbType.operator->());
                     dbdName = text(p["DBDNAME"], &p["DBDNAME"]->value);
-                    if (const Operand* k = p["KEYLEN"]) if (auto n = number("PCB", k, &k->value, 0, 65535)) dbType->_set_keyLength(static_cast<unsigned short>(*n), omStore);
+                    if (const Operand* k = p["KEYLEN"])
+                        if (auto n = number("PCB", k, &k->value, 0, 65535))
+                            dbType->_set_keyLength(static_cast<unsigned short>(*n), omStore);
                     if (const Operand* pos = p["POS"]) {
                         std::string w = text(pos, &pos->value);
-                        if (w == "S" || w == "SINGLE" || w == "M" || w == "MULTIPLE") dbType->_set_positioning(w[0], omStore);
-                        else diags_.error(pos->value.at, "PCB POS: S, SINGLE, M or MULTIPLE is expected, not '" + w + "'");
+                        if (w == "S" || w == "SINGLE" || w == "M" || w == "MULTIPLE")
+                            dbType->_set_positioning(w[0], omStore);
+                        else
+                            diags_.error(pos->value.at,
+                                         "PCB POS: S, SINGLE, M or MULTIPLE is expected, not '" + w + "'");
                     }
-                    if (const Operand* sb = p["SB"]) dbType->_set_sequentialBuffering(text(sb, &sb->value).c_str(), omStore);
+                    if (const Operand* sb = p["SB"])
+                        dbType->_set_sequentialBuffering(text(sb, &sb->value).c_str(), omStore);
                 } else {
                     based = obtain<DSPCBbased>("DSPCBbased", qual + ".TYPE", &existed);
                     if (reused(existed)) return;
                     for (const char* key : {"KEYLEN", "POS", "PROCSEQ", "SB"})
-                        if (p[key]) diags_.warning(p[key]->at, std::string("PCB ") + key + ": a GSAM PCB has no such operand; ignored");
+                        if (p[key])
+                            diags_.warning(p[key]->at,
+                                           std::string("PCB ") + key + ": a GSAM PCB has no such operand; ignored");
                 }
                 based->_set_strPCBtype(type.c_str(), omStore);
                 if (const Operand* po = p["PROCOPT"]) based->_set_procoptPCB(text(po, &po->value).c_str(), omStore);
@@ -1150,14 +1249,17 @@ void Loader::buildPsb(const PsbGroup& group) {
                     _ADObject* idxDbd = dbdNamed("PCB", p["PROCSEQ"], &p["PROCSEQ"]->value);
                     _ADObject* idx = idxDbd ? accessOf(idxDbd) : nullptr;
                     if (idxDbd && (!idx || !idx->isKindOf("DSDBDindex")))
-                        return diags_.error(p["PROCSEQ"]->value.at, "PCB PROCSEQ: DBD " + text(p["PROCSEQ"], &p["PROCSEQ"]->value) + " is not an index DBD");
+                        return diags_.error(
+                            p["PROCSEQ"]->value.at,
+                            "PCB PROCSEQ: DBD " + text(p["PROCSEQ"], &p["PROCSEQ"]->value) + " is not an index DBD");
                     if (idx) {
                         auto index = as<DSDBDindex>(idx);
                         link<DSSequencedBy>(&dbType, &index);
                     }
                 }
                 for (const char* key : {"NAME", "LTERM", "ALTRESP", "EXPRESS", "MODIFY", "SAMETRM"})
-                    if (p[key]) diags_.warning(p[key]->at, std::string("PCB ") + key + ": only a TP PCB has it; ignored");
+                    if (p[key])
+                        diags_.warning(p[key]->at, std::string("PCB ") + key + ": only a TP PCB has it; ignored");
             });
         } else if (st.operation == "SENSEG") {
             Operands s(st, {"NAME", "PARENT", "PROCOPT", "SSPTR", "INDICES"}, diags_);
@@ -1188,8 +1290,9 @@ void Loader::buildPsb(const PsbGroup& group) {
                 else
                     list.push_back(&v);
                 void (_DSSenSegment::*setters[])(char, omSetProcessing) = {
-                    &_DSSenSegment::_set_subsetPointer1, &_DSSenSegment::_set_subsetPointer2, &_DSSenSegment::_set_subsetPointer3,
-                    &_DSSenSegment::_set_subsetPointer4, &_DSSenSegment::_set_subsetPointer5, &_DSSenSegment::_set_subsetPointer6,
+                    &_DSSenSegment::_set_subsetPointer1, &_DSSenSegment::_set_subsetPointer2,
+                    &_DSSenSegment::_set_subsetPointer3, &_DSSenSegment::_set_subsetPointer4,
+                    &_DSSenSegment::_set_subsetPointer5, &_DSSenSegment::_set_subsetPointer6,
                     &_DSSenSegment::_set_subsetPointer7, &_DSSenSegment::_set_subsetPointer8};
                 for (const Value* e : list) {
                     auto n = number("SENSEG", sp, e->item(0), 1, 8);
@@ -1210,7 +1313,8 @@ void Loader::buildPsb(const PsbGroup& group) {
                 if (!parentName.empty() && parentName != "0") {
                     auto it = sensegs.find(parentName);
                     if (it == sensegs.end())
-                        return diags_.error(s["PARENT"]->value.at, "SENSEG PARENT: no SENSEG " + parentName + " before it in this PCB");
+                        return diags_.error(s["PARENT"]->value.at,
+                                            "SENSEG PARENT: no SENSEG " + parentName + " before it in this PCB");
                     link<DSHasParentSenseg>(&sense, &it->second);
                 }
                 if (const Operand* ind = s["INDICES"])
@@ -1219,7 +1323,8 @@ void Loader::buildPsb(const PsbGroup& group) {
                         _ADObject* idx = idxDbd ? accessOf(idxDbd) : nullptr;
                         if (!idxDbd) continue;
                         if (!idx || !idx->isKindOf("DSDBDindex")) {
-                            diags_.error(ind->value.item(i)->at, "SENSEG INDICES: DBD " + ind->value.item(i)->text + " is not an index DBD");
+                            diags_.error(ind->value.item(i)->at,
+                                         "SENSEG INDICES: DBD " + ind->value.item(i)->text + " is not an index DBD");
                             continue;
                         }
                         auto index = as<DSDBDindex>(idx);
@@ -1245,10 +1350,13 @@ void Loader::buildPsb(const PsbGroup& group) {
             std::string qual = pcbName.empty() ? name + ".PCB" + std::to_string(pcbNumber) : pcbName;
             auto senfld = obtain<DSSenField>("DSSenField", qual + "." + sensegName + "." + fieldName);
             if (senfld->_get_sourceSENSEG()->count() > 0) {
-                diags_.error(f["NAME"]->value.at, "SENFLD NAME: " + fieldName + " is sensitive twice in SENSEG " + sensegName);
+                diags_.error(f["NAME"]->value.at,
+                             "SENFLD NAME: " + fieldName + " is sensitive twice in SENSEG " + sensegName);
                 continue;
             }
-            if (const Operand* s = f["START"]) if (auto n = number("SENFLD", s, &s->value, 1, 65535)) senfld->_set_startPosition(static_cast<unsigned short>(*n), omStore);
+            if (const Operand* s = f["START"])
+                if (auto n = number("SENFLD", s, &s->value, 1, 65535))
+                    senfld->_set_startPosition(static_cast<unsigned short>(*n), omStore);
             if (auto v = yesNo("SENFLD", f["REPL"])) senfld->_set_replace(*v, omStore);
             guarded(st.at, "SENFLD", [&] {
                 link<DSUsesSENFLD>(&senseg, &senfld);
@@ -1301,8 +1409,10 @@ LoadResult loadDecks(const std::vector<Deck>& decks, const char* version) {
         Loader loader(version ? version : kDeckVersion, diags);
         for (std::size_t i = 0; i < decks.size() && !diags.full(); ++i) loader.readDeck(names[i], statements[i]);
         loader.resolve();
-        if (diags.hasErrors()) loader.undo();
-        else loader.keep(result);
+        if (diags.hasErrors())
+            loader.undo();
+        else
+            loader.keep(result);
     }
     result.diagnostics = diags.take();
     return result;

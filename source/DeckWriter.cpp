@@ -82,7 +82,8 @@ std::string exitValue(_DSExit* x) {
 template <class Role>
 std::string exitsValue(Role& exits) {
     std::vector<std::string> all;
-    for (const ADObject& l : exits) all.push_back(exitValue(static_cast<_DSExit*>(static_cast<_KRLink*>(l.impl())->_get_target()->impl())));
+    for (const ADObject& l : exits)
+        all.push_back(exitValue(static_cast<_DSExit*>(static_cast<_KRLink*>(l.impl())->_get_target()->impl())));
     if (all.size() == 1) return all[0];
     return list(all, false);
 }
@@ -121,7 +122,8 @@ std::string lchildName(_ADObject* access) {
     _ADObject* d = firstSource(static_cast<_DSDBDaccess*>(access)->_get_containingDBD());
     if (!d) return {};
     _ADObject* root = rootOf(static_cast<_DSDBD*>(d));
-    return list({root ? val(segName(root)) : std::string(), val(str(static_cast<_DSDBD*>(d)->_get_strDBDName()))}, false);
+    return list({root ? val(segName(root)) : std::string(), val(str(static_cast<_DSDBD*>(d)->_get_strDBDName()))},
+                false);
 }
 
 void datasetStatement(Deck& deck, _DSDSColl* group) {
@@ -143,7 +145,8 @@ void datasetStatement(Deck& deck, _DSDSColl* group) {
     auto* ds = static_cast<_DSTARNDataset*>(firstTarget(group->_get_datasetAttributes()));
     if (ds) {
         label = str(ds->_get_datasetLabel());
-        if (_ADObject* o = firstTarget(ds->_get_dd2())) ops.add("OVFLW", val(str(static_cast<_DSTARNDDname*>(o)->_get_ddsName())));
+        if (_ADObject* o = firstTarget(ds->_get_dd2()))
+            ops.add("OVFLW", val(str(static_cast<_DSTARNDDname*>(o)->_get_ddsName())));
     }
     ops.add("DEVICE", val(str(group->_get_dsDevice())));
     ops.add("MODEL", val(str(group->_get_dsModel())));
@@ -178,7 +181,9 @@ void segmentStatements(Deck& deck, _DSDBD* dbd, _ADObject* s) {
         _ADObject* lp = logical->_get_source()->impl();
         std::string p = physical.empty() ? "0" : physical;
         if (p.front() != '(') p = "(" + p + ")";
-        ops.add("PARENT", "(" + p + "," + list({val(segName(lp)), val(str(logical->_get_virtualParent())), val(dbdOf(lp))}, false) + ")");
+        ops.add("PARENT", "(" + p + "," +
+                              list({val(segName(lp)), val(str(logical->_get_virtualParent())), val(dbdOf(lp))}, false) +
+                              ")");
     } else {
         ops.add("PARENT", !physical.empty() && physical.front() == '(' ? "(" + physical + ")" : physical);
     }
@@ -208,8 +213,10 @@ void segmentStatements(Deck& deck, _DSDBD* dbd, _ADObject* s) {
         if (cx->_get_deleteFlag() && cx->_get_replaceFlag()) codes += cx->_get_replaceFlag();
     }
     std::string place = str(seg->_get_rules());
-    if (!codes.empty() && !place.empty()) ops.add("RULES", list({codes, val(place)}, false));
-    else ops.add("RULES", codes.empty() ? val(place) : codes);
+    if (!codes.empty() && !place.empty())
+        ops.add("RULES", list({codes, val(place)}, false));
+    else
+        ops.add("RULES", codes.empty() ? val(place) : codes);
     if (s->isKindOf("DSSegmentLogical")) {
         std::vector<std::string> all;
         for (const ADObject& l : *static_cast<_DSSegmentLogical*>(s)->_get_sourceSegments()) {
@@ -238,7 +245,9 @@ void segmentStatements(Deck& deck, _DSDBD* dbd, _ADObject* s) {
         auto* field = static_cast<_DSField*>(f);
         Ops fo;
         std::string name = val(str(field->_get_strFieldName()));
-        fo.add("NAME", field->_get_sequenceField() ? list({name, "SEQ", field->_get_uniqueSequence() ? "U" : "M"}, false) : name);
+        fo.add("NAME", field->_get_sequenceField()
+                           ? list({name, "SEQ", field->_get_uniqueSequence() ? "U" : "M"}, false)
+                           : name);
         deck.statement("", "FIELD", fo);
     }
 
@@ -360,8 +369,8 @@ std::string writeDbdDeck(_DSDBD* dbd) {
         ops.add("ACCESS", list(items));
         if (access->isKindOf("DSDBDhdam")) {
             auto* h = static_cast<_DSDBDhdam*>(access);
-            ops.add("RMNAME", list({val(str(h->_get_rmName())), num(h->_get_rootAnchorPoints()), num(h->_get_relativeBlockNumber()),
-                                    num(h->_get_rootMaxBytes())}));
+            ops.add("RMNAME", list({val(str(h->_get_rmName())), num(h->_get_rootAnchorPoints()),
+                                    num(h->_get_relativeBlockNumber()), num(h->_get_rootMaxBytes())}));
         } else if (access->isKindOf("DSDBDdedb")) {
             ops.add("RMNAME", val(str(static_cast<_DSDBDdedb*>(access)->_get_rmName())));
         }
@@ -384,7 +393,8 @@ std::string writeDbdDeck(_DSDBD* dbd) {
     std::vector<_DSDSColl*> groups;
     for (const ADObject& l : *dbd->_get_datasets()) groups.push_back(static_cast<_DSDSColl*>(l.impl()));
     auto datasetOf = [](_ADObject* s) -> _ADObject* {
-        return s->isKindOf("DSSegmentComplex") ? firstTarget(static_cast<_DSSegmentComplex*>(s)->_get_dataset()) : nullptr;
+        return s->isKindOf("DSSegmentComplex") ? firstTarget(static_cast<_DSSegmentComplex*>(s)->_get_dataset())
+                                               : nullptr;
     };
     auto groupOf = [&](_ADObject* ds) -> _DSDSColl* {
         for (_DSDSColl* g : groups)
@@ -449,7 +459,8 @@ std::string writePsbDeck(_DSPSB* psb) {
         auto* based = static_cast<_DSPCBbased*>(type);
         bool db = type->isKindOf("DSPCBdb") != 0;
         ops.add("TYPE", db ? "DB" : "GSAM");
-        if (_ADObject* d = firstTarget(based->_get_baseDBD())) ops.add("DBDNAME", val(str(static_cast<_DSDBD*>(d)->_get_strDBDName())));
+        if (_ADObject* d = firstTarget(based->_get_baseDBD()))
+            ops.add("DBDNAME", val(str(static_cast<_DSDBD*>(d)->_get_strDBDName())));
         ops.add("PROCOPT", val(str(based->_get_procoptPCB())));
         auto* dbt = db ? static_cast<_DSPCBdb*>(type) : nullptr;
         if (dbt) {
@@ -472,8 +483,9 @@ std::string writePsbDeck(_DSPSB* psb) {
             if (_ADObject* parent = firstTarget(sense->_get_parentSenseg()))
                 so.add("PARENT", val(str(static_cast<_DSSenSegment*>(parent)->_get_strSensegName())));
             so.add("PROCOPT", val(str(sense->_get_procoptSENSEG())));
-            char pointers[8] = {sense->_get_subsetPointer1(), sense->_get_subsetPointer2(), sense->_get_subsetPointer3(),
-                                sense->_get_subsetPointer4(), sense->_get_subsetPointer5(), sense->_get_subsetPointer6(),
+            char pointers[8] = {sense->_get_subsetPointer1(), sense->_get_subsetPointer2(),
+                                sense->_get_subsetPointer3(), sense->_get_subsetPointer4(),
+                                sense->_get_subsetPointer5(), sense->_get_subsetPointer6(),
                                 sense->_get_subsetPointer7(), sense->_get_subsetPointer8()};
             std::vector<std::string> ss;
             for (int i = 0; i < 8; ++i)

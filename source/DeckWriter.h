@@ -20,6 +20,6 @@ KRMWTARN_API std::string writePsbDeck(_DSPSB* psb);
 
 // The card images of one statement (each without a line end).
 KRMWTARN_API std::vector<std::string> formatStatement(const std::string& label, const std::string& operation,
-                                         const std::vector<std::string>& operands);
+                                                      const std::vector<std::string>& operands);
 
 }  // namespace krsource

@@ -48,18 +48,30 @@ void bindColumn(Statement& s, int i, _ADObject* o, const Column& c) {
     switch (c.type) {
         case ColumnType::String: {
             char* text = (o->*row.getter.str)();
-            if (text) s.bindText(i, text);
-            else s.bindNull(i);
+            if (text)
+                s.bindText(i, text);
+            else
+                s.bindNull(i);
             return;
         }
-        case ColumnType::Boolean: s.bindInt(i, (o->*row.getter.boolean)()); return;
-        case ColumnType::Short: s.bindInt(i, (o->*row.getter.shortv)()); return;
-        case ColumnType::UShort: s.bindInt(i, (o->*row.getter.ushortv)()); return;
-        case ColumnType::Long: s.bindInt(i, (o->*row.getter.longv)()); return;
+        case ColumnType::Boolean:
+            s.bindInt(i, (o->*row.getter.boolean)());
+            return;
+        case ColumnType::Short:
+            s.bindInt(i, (o->*row.getter.shortv)());
+            return;
+        case ColumnType::UShort:
+            s.bindInt(i, (o->*row.getter.ushortv)());
+            return;
+        case ColumnType::Long:
+            s.bindInt(i, (o->*row.getter.longv)());
+            return;
         case ColumnType::Char: {
             char ch = (o->*row.getter.charv)();
-            if (ch) s.bindText(i, std::string_view(&ch, 1));
-            else s.bindNull(i);
+            if (ch)
+                s.bindText(i, std::string_view(&ch, 1));
+            else
+                s.bindNull(i);
             return;
         }
     }
@@ -69,12 +81,24 @@ void apply(_ADObject* o, const Column& c, const Value& v, omSetProcessing how) {
     const ADAttributeEntry& row = *c.row;
     if (!row.setter.str) return;
     switch (c.type) {
-        case ColumnType::String: (o->*row.setter.str)(v.null ? nullptr : v.text.c_str(), how); return;
-        case ColumnType::Boolean: (o->*row.setter.boolean)(static_cast<int>(v.number), how); return;
-        case ColumnType::Short: (o->*row.setter.shortv)(static_cast<short>(v.number), how); return;
-        case ColumnType::UShort: (o->*row.setter.ushortv)(static_cast<unsigned short>(v.number), how); return;
-        case ColumnType::Long: (o->*row.setter.longv)(static_cast<long>(v.number), how); return;
-        case ColumnType::Char: (o->*row.setter.charv)(v.null || v.text.empty() ? '\0' : v.text[0], how); return;
+        case ColumnType::String:
+            (o->*row.setter.str)(v.null ? nullptr : v.text.c_str(), how);
+            return;
+        case ColumnType::Boolean:
+            (o->*row.setter.boolean)(static_cast<int>(v.number), how);
+            return;
+        case ColumnType::Short:
+            (o->*row.setter.shortv)(static_cast<short>(v.number), how);
+            return;
+        case ColumnType::UShort:
+            (o->*row.setter.ushortv)(static_cast<unsigned short>(v.number), how);
+            return;
+        case ColumnType::Long:
+            (o->*row.setter.longv)(static_cast<long>(v.number), how);
+            return;
+        case ColumnType::Char:
+            (o->*row.setter.charv)(v.null || v.text.empty() ? '\0' : v.text[0], how);
+            return;
     }
 }
 
@@ -123,8 +147,10 @@ bool processGone(const LockOwner& o, const std::string& host) {
 class Transaction {
 public:
     explicit Transaction(Connection& db, bool write) : db_(db) {
-        if (write) db.beginWrite();
-        else db.exec("BEGIN");
+        if (write)
+            db.beginWrite();
+        else
+            db.exec("BEGIN");
     }
     ~Transaction() {
         if (!done_) db_.rollback();
@@ -257,8 +283,9 @@ void Repository::openSchema() {
                                          "; this program reads version " + std::to_string(Schema::kVersion));
         auto s = db_->prepare("SELECT value FROM repository_meta WHERE key = 'schema'");
         if (!s->step() || !s->getText(0) || ddl != s->getText(0))
-            refuse(errSchemaVersion, "repository " + location_ +
-                                         " was made for other classes: its tables differ from this program's class tables");
+            refuse(errSchemaVersion,
+                   "repository " + location_ +
+                       " was made for other classes: its tables differ from this program's class tables");
     } catch (const std::exception& e) {
         raise(e, "open");
     }
@@ -282,10 +309,12 @@ void Repository::makeCurrent() { dsrepository::install(this); }
         case SqlFault::Busy:
             refuse(errBusy, "repository " + location_ + " is busy (another program held it too long): " + doing +
                                 " was not done");
-        case SqlFault::CannotOpen: refuse(errCannotOpen, "cannot open repository " + location_ + ": " + sql->what());
+        case SqlFault::CannotOpen:
+            refuse(errCannotOpen, "cannot open repository " + location_ + ": " + sql->what());
         case SqlFault::Constraint:
             refuse(errValueRefused, "repository " + location_ + ": " + doing + ": " + sql->what());
-        case SqlFault::Other: break;
+        case SqlFault::Other:
+            break;
     }
     refuse(errDatabase, "repository " + location_ + ": " + doing + ": " + sql->what());
 }
@@ -328,8 +357,8 @@ UnitInfo unitFrom(Statement& s) {
 }  // namespace
 
 bool Repository::lookupUnit(const UnitKey& key, UnitInfo& into) {
-    Statement& s = statement(std::string("SELECT ") + kUnitColumns +
-                             " FROM units WHERE class = ? AND obj_id = ? AND version = ?");
+    Statement& s =
+        statement(std::string("SELECT ") + kUnitColumns + " FROM units WHERE class = ? AND obj_id = ? AND version = ?");
     s.bindText(0, key.className);
     s.bindText(1, key.objID);
     s.bindText(2, key.version);
@@ -537,7 +566,8 @@ void Repository::write(std::vector<UnitContent>& units) {
                 long long holder = 0;
                 std::string claimed;
                 try {
-                    holder = unitHolding(failedTable->className.c_str(), failedObject->objID(), failedObject->context());
+                    holder =
+                        unitHolding(failedTable->className.c_str(), failedObject->objID(), failedObject->context());
                     for (const UnitInfo& u : this->units())
                         if (u.id == holder) claimed = u.key.text();
                 } catch (const std::exception&) {
@@ -635,8 +665,9 @@ void Repository::load(const std::vector<long long>& unitIDs, bool all, bool refr
                 for (int end = 0; end < 2; ++end) {
                     int base = end == 0 ? Table::kSourceClass : Table::kTargetClass;
                     const Table* endTable = schema.table(s.getText(base));
-                    if (!endTable) refuse(errDamaged, "repository " + location_ + " names an unknown class " +
-                                                          s.getText(base) + " at a link end");
+                    if (!endTable)
+                        refuse(errDamaged, "repository " + location_ + " names an unknown class " + s.getText(base) +
+                                               " at a link end");
                     row->endClass[end] = endTable->className.c_str();
                     row->endID[end] = s.getText(base + 1);
                     row->position[end] = static_cast<long>(s.getInt(base + 2));
@@ -677,7 +708,8 @@ void Repository::attachPending() {
             if (row->link) continue;
             for (int end = 0; end < 2; ++end)
                 if (!row->end[end])
-                    row->end[end] = DSRegistrar::findObj(row->endClass[end], row->endID[end].c_str(), row->version.c_str());
+                    row->end[end] =
+                        DSRegistrar::findObj(row->endClass[end], row->endID[end].c_str(), row->version.c_str());
             if (!row->end[0] || !row->end[1]) continue;
             ADObject* h = DSRegistration::create(row->table->className.c_str(), row->version.c_str(), row->id.c_str());
             if (h && !h->isEmpty() && h->impl()->isRelationshipObject()) {
@@ -701,7 +733,8 @@ void Repository::attachPending() {
             if (end == 0) {
                 // A live link keeps its changed values; a new one takes the stored ones.
                 int c = 0;
-                for (const Column& col : row->table->columns) apply(link, col, row->values[c++], omStore | omKeepChanged);
+                for (const Column& col : row->table->columns)
+                    apply(link, col, row->values[c++], omStore | omKeepChanged);
                 auto& pos = positions_[link];
                 pos = {row->position[0], row->position[1]};
             }
@@ -777,7 +810,8 @@ void Repository::lockUnit(const UnitKey& key) {
         if (!lookupUnit(key, u)) refuse(errNotStored, "unit " + key.text() + " is not in repository " + location_);
         if (u.locked && (u.lockOwner.user != owner_.user || u.lockOwner.host != owner_.host))
             refuse(errLocked, "unit " + key.text() + " is locked by " + u.lockOwner.text() + " since " + u.lockedAt);
-        Statement& s = statement("UPDATE units SET lock_user = ?, lock_host = ?, lock_pid = ?, locked_at = ? WHERE unit_id = ?");
+        Statement& s =
+            statement("UPDATE units SET lock_user = ?, lock_host = ?, lock_pid = ?, locked_at = ? WHERE unit_id = ?");
         s.bindText(0, owner_.user);
         s.bindText(1, owner_.host);
         s.bindInt(2, owner_.pid);
@@ -860,7 +894,8 @@ void Repository::copyUnit(const UnitKey& key, const std::string& toVersion) {
         Transaction t(*db_, true);
         UnitInfo u, exists;
         if (!lookupUnit(key, u)) refuse(errNotStored, "unit " + key.text() + " is not in repository " + location_);
-        if (lookupUnit(to, exists)) refuse(errCopyExists, "unit " + to.text() + " is already in the repository; not copied");
+        if (lookupUnit(to, exists))
+            refuse(errCopyExists, "unit " + to.text() + " is already in the repository; not copied");
         Statement& s = statement(
             "INSERT INTO units (class, obj_id, version, name, revision, stored_by, stored_at)"
             " VALUES (?, ?, ?, ?, 1, ?, ?) RETURNING unit_id");

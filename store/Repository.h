@@ -74,9 +74,9 @@ struct KRMWTARN_API UnitInfo {
 };
 
 struct KRMWTARN_API OpenOptions {
-    bool create = true;     // make the file when it is missing
-    std::string user;       // lock owner; default $KRMWTARN_USER, then $USER
-    long maxPages = 0;      // size limit in pages (0: none), for tests of a full disk
+    bool create = true;  // make the file when it is missing
+    std::string user;    // lock owner; default $KRMWTARN_USER, then $USER
+    long maxPages = 0;   // size limit in pages (0: none), for tests of a full disk
 };
 
 class KRMWTARN_API Repository final : public DSRepositoryBackend {

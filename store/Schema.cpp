@@ -32,12 +32,18 @@ bool typeOf(const char* name, ColumnType& type) {
 std::string columnDefinition(const Column& c) {
     std::string q = quoted(c.name);
     switch (c.type) {
-        case ColumnType::String: return q + " TEXT";
-        case ColumnType::Boolean: return q + " INTEGER CHECK (" + q + " BETWEEN 0 AND 1)";
-        case ColumnType::Short: return q + " INTEGER CHECK (" + q + " BETWEEN -32768 AND 32767)";
-        case ColumnType::UShort: return q + " INTEGER CHECK (" + q + " BETWEEN 0 AND 65535)";
-        case ColumnType::Long: return q + " INTEGER CHECK (" + q + " BETWEEN -2147483648 AND 2147483647)";
-        case ColumnType::Char: return q + " TEXT CHECK (length(" + q + ") = 1)";
+        case ColumnType::String:
+            return q + " TEXT";
+        case ColumnType::Boolean:
+            return q + " INTEGER CHECK (" + q + " BETWEEN 0 AND 1)";
+        case ColumnType::Short:
+            return q + " INTEGER CHECK (" + q + " BETWEEN -32768 AND 32767)";
+        case ColumnType::UShort:
+            return q + " INTEGER CHECK (" + q + " BETWEEN 0 AND 65535)";
+        case ColumnType::Long:
+            return q + " INTEGER CHECK (" + q + " BETWEEN -2147483648 AND 2147483647)";
+        case ColumnType::Char:
+            return q + " TEXT CHECK (length(" + q + ") = 1)";
     }
     return q;
 }
@@ -76,11 +82,13 @@ Table tableOf(const _classStruct* cls) {
     std::string q = quoted(t.className);
     std::string cols = "obj_id, version, unit";
     std::string def =
-        "obj_id TEXT NOT NULL, version TEXT NOT NULL, unit INTEGER NOT NULL REFERENCES units(unit_id) ON DELETE CASCADE";
+        "obj_id TEXT NOT NULL, version TEXT NOT NULL, unit INTEGER NOT NULL REFERENCES units(unit_id) ON DELETE "
+        "CASCADE";
     if (t.isLink) {
         cols += ", source_class, source_id, source_pos, target_class, target_id, target_pos";
-        def += ", source_class TEXT NOT NULL, source_id TEXT NOT NULL, source_pos INTEGER NOT NULL"
-               ", target_class TEXT NOT NULL, target_id TEXT NOT NULL, target_pos INTEGER NOT NULL";
+        def +=
+            ", source_class TEXT NOT NULL, source_id TEXT NOT NULL, source_pos INTEGER NOT NULL"
+            ", target_class TEXT NOT NULL, target_id TEXT NOT NULL, target_pos INTEGER NOT NULL";
     }
     std::string copyCols = "obj_id, ?, ?";
     if (t.isLink) copyCols += ", source_class, source_id, source_pos, target_class, target_id, target_pos";

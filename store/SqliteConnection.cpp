@@ -16,18 +16,26 @@ constexpr int kApplicationId = 0x4b524d57;
 
 SqlFault faultOf(int code) {
     switch (code & 0xff) {
-        case SQLITE_NOTADB: return SqlFault::NotARepository;
-        case SQLITE_CORRUPT: return SqlFault::Damaged;
-        case SQLITE_READONLY: return SqlFault::ReadOnly;
-        case SQLITE_FULL: return SqlFault::Full;
+        case SQLITE_NOTADB:
+            return SqlFault::NotARepository;
+        case SQLITE_CORRUPT:
+            return SqlFault::Damaged;
+        case SQLITE_READONLY:
+            return SqlFault::ReadOnly;
+        case SQLITE_FULL:
+            return SqlFault::Full;
         case SQLITE_BUSY:
-        case SQLITE_LOCKED: return SqlFault::Busy;
-        case SQLITE_CANTOPEN: return SqlFault::CannotOpen;
-        case SQLITE_CONSTRAINT: return SqlFault::Constraint;
+        case SQLITE_LOCKED:
+            return SqlFault::Busy;
+        case SQLITE_CANTOPEN:
+            return SqlFault::CannotOpen;
+        case SQLITE_CONSTRAINT:
+            return SqlFault::Constraint;
         case SQLITE_IOERR:
             // A short read is what a truncated file gives.
             return code == SQLITE_IOERR_SHORT_READ ? SqlFault::Damaged : SqlFault::Other;
-        default: return SqlFault::Other;
+        default:
+            return SqlFault::Other;
     }
 }
 
@@ -99,8 +107,8 @@ public:
 
     std::unique_ptr<Statement> prepare(const std::string& sql) override {
         sqlite3_stmt* stmt = nullptr;
-        int rc = sqlite3_prepare_v3(db_, sql.c_str(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
-                                    &stmt, nullptr);
+        int rc = sqlite3_prepare_v3(db_, sql.c_str(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT, &stmt,
+                                    nullptr);
         if (rc != SQLITE_OK) fail(db_, rc);
         return std::make_unique<SqliteStatement>(db_, stmt);
     }

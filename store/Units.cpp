@@ -73,8 +73,10 @@ UnitContent collectUnit(_ADObject* root, UnitResolver& resolver) {
                 if (!far || far->isEmpty()) continue;
                 _ADObject* f = far->impl();
                 if (seen.insert(f).second && resolver.rootOf(f) == root) {
-                    if (!f->isRelationshipObject()) unit.objects.push_back(f);
-                    else if (bothEnds(f)) unit.links.push_back(f);
+                    if (!f->isRelationshipObject())
+                        unit.objects.push_back(f);
+                    else if (bothEnds(f))
+                        unit.links.push_back(f);
                     queue.push_back(f);
                 }
             }
@@ -102,8 +104,10 @@ std::vector<UnitContent> collectAllUnits(UnitResolver& resolver) {
         if (root->isRelationshipObject()) continue;  // a link with no ends belongs nowhere
         UnitContent& unit = unitOf(root);
         if (o == root) continue;
-        if (!o->isRelationshipObject()) unit.objects.push_back(o);
-        else if (bothEnds(o)) unit.links.push_back(o);
+        if (!o->isRelationshipObject())
+            unit.objects.push_back(o);
+        else if (bothEnds(o))
+            unit.links.push_back(o);
     }
     return units;
 }

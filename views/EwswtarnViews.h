@@ -8,7 +8,7 @@
 
 #include <krmwtarn/platform/views/DLLView.h>
 
-#define EWSWTARN_VIEW(NAME, ROOT)               \
+#define EWSWTARN_VIEW(NAME, ROOT)              \
     extern KRMWTARN_API DLLViewType* v_##NAME; \
     KRMWTARN_API void _init_##NAME(DLLViewType* view);
 #include <krmwtarn/views/ViewCatalog.def>

@@ -48,20 +48,20 @@ DLLViewList* buildViewList(const char* className, const viewrows::Row* rows, std
         const viewrows::Row& r = rows[i];
         if (r.level != level) continue;
         switch (r.kind) {
-        case Kind::Attribute:
-            next = linked(new (std::nothrow) DLLViewElem(next, r.name, 0, r.alias), next);
-            break;
-        case Kind::Role:
-        case Kind::End: {
-            const char* nestedClass = r.kind == Kind::End ? r.endClass : viewRoleLinkClass(className, r.name);
-            DLLViewList* nested =
-                nestedClass ? buildViewList(nestedClass, rows, i + 1, nestedEnd, level + 1) : nullptr;
-            next = linked(new (std::nothrow) DLLViewElem(next, r.name, 0, nested, r.alias), next, nested);
-            break;
-        }
-        case Kind::Delegation:
-            next = linked(new (std::nothrow) DLLViewElem(next, r.name, 1, *r.view, r.alias), next);
-            break;
+            case Kind::Attribute:
+                next = linked(new (std::nothrow) DLLViewElem(next, r.name, 0, r.alias), next);
+                break;
+            case Kind::Role:
+            case Kind::End: {
+                const char* nestedClass = r.kind == Kind::End ? r.endClass : viewRoleLinkClass(className, r.name);
+                DLLViewList* nested =
+                    nestedClass ? buildViewList(nestedClass, rows, i + 1, nestedEnd, level + 1) : nullptr;
+                next = linked(new (std::nothrow) DLLViewElem(next, r.name, 0, nested, r.alias), next, nested);
+                break;
+            }
+            case Kind::Delegation:
+                next = linked(new (std::nothrow) DLLViewElem(next, r.name, 1, *r.view, r.alias), next);
+                break;
         }
         nestedEnd = i;
     }

@@ -19,8 +19,8 @@ KRMWTARN_API const char* viewRoleLinkClass(const char* className, const char* ro
 // `level` (and, below each role or end row, the deeper rows that follow it). A
 // failed allocation leaves a null node and building goes on; so does a role that
 // the catalogue does not know on the list's class (the element gets no nested list).
-KRMWTARN_API DLLViewList* buildViewList(const char* className, const viewrows::Row* rows, std::size_t begin, std::size_t end,
-                           int level);
+KRMWTARN_API DLLViewList* buildViewList(const char* className, const viewrows::Row* rows, std::size_t begin,
+                                        std::size_t end, int level);
 
 // Builds the whole tree of `outline` under a root list of `rootClass` and
 // attaches it to `view`.

@@ -6,4 +6,3 @@
 #define KR_CLASS DSCompRoutine
 #define KR_ROWS "krmwtarn/model/dbd/DSCompRoutine.def"
 #include <krmwtarn/model/framework/ObjectDefinitions.inc>
-

@@ -22,4 +22,4 @@ int _DSDBD::setFullName(const char*) { return 0; }
 int _DSDBD::setFullName(const char*, char, char) { return 0; }
 int _DSDBD::setFullName(const char*, const char*, const char*, const char*) { return 0; }
 int _DSDBD::isDependent(DSTechnologyObject*) { return 0; }
-void _DSDBD::renameAliases() { }
+void _DSDBD::renameAliases() {}

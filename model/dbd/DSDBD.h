@@ -1,8 +1,7 @@
-// DSDBD.h — a database description of the TARN database manager: its name, version, access method, segments, DD names, exits and the PCBs based on it.
-// Its superclass is its row in classes.def; its attributes and roles are its
-// rows in DSDBD.def: each row gives a member, _get_/_set_ accessors
-// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
-// and a change bit, in row order.
+// DSDBD.h — a database description of the TARN database manager: its name, version, access method, segments, DD names,
+// exits and the PCBs based on it. Its superclass is its row in classes.def; its attributes and roles are its rows in
+// DSDBD.def: each row gives a member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_ accessors
+// (roles), a table row and a change bit, in row order.
 #pragma once
 
 #include <krmwtarn/platform/common/Export.h>

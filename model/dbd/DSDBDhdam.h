@@ -1,8 +1,7 @@
-// DSDBDhdam.h — the HDAM access type; deliberately below DSDBDdedb, so an HDAM access object has the DEDB attributes too and is a kind of DSDBDdedb.
-// Its superclass is its row in classes.def; its attributes and roles are its
-// rows in DSDBDhdam.def: each row gives a member, _get_/_set_ accessors
-// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
-// and a change bit, in row order.
+// DSDBDhdam.h — the HDAM access type; deliberately below DSDBDdedb, so an HDAM access object has the DEDB attributes
+// too and is a kind of DSDBDdedb. Its superclass is its row in classes.def; its attributes and roles are its rows in
+// DSDBDhdam.def: each row gives a member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_ accessors
+// (roles), a table row and a change bit, in row order.
 #pragma once
 
 #include <krmwtarn/platform/common/Export.h>

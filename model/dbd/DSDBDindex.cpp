@@ -18,4 +18,4 @@ DSSegmentComplex& _DSDBDindex::getTargetSegment() {
     static DSSegmentComplex none;
     return none;
 }
-void _DSDBDindex::setTarget(int, DSDBD&, DSSegmentComplex, char*) { }
+void _DSDBDindex::setTarget(int, DSDBD&, DSSegmentComplex, char*) {}

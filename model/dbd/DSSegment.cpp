@@ -13,4 +13,4 @@ int _DSSegment::validateSEGM(KVException*, unsigned short, char*) { return 0; }
 DSmacro& _DSSegment::writeSEGM() { return DSmacro::empty(); }
 DSModelCollection* _DSSegment::getNormalFields() { return nullptr; }
 DSModelCollection* _DSSegment::getSequenceFields() { return nullptr; }
-void _DSSegment::renameAliases() { }
+void _DSSegment::renameAliases() {}

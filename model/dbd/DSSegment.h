@@ -1,8 +1,7 @@
-// DSSegment.h — a segment: one record type in the hierarchy of a DBD, with its fields, exits, compression routine and physical parent and children.
-// Its superclass is its row in classes.def; its attributes and roles are its
-// rows in DSSegment.def: each row gives a member, _get_/_set_ accessors
-// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
-// and a change bit, in row order.
+// DSSegment.h — a segment: one record type in the hierarchy of a DBD, with its fields, exits, compression routine and
+// physical parent and children. Its superclass is its row in classes.def; its attributes and roles are its rows in
+// DSSegment.def: each row gives a member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_ accessors
+// (roles), a table row and a change bit, in row order.
 #pragma once
 
 #include <krmwtarn/platform/common/Export.h>

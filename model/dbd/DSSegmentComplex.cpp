@@ -10,4 +10,4 @@
 unsigned long _DSSegmentComplex::realLength() { return 0; }
 int _DSSegmentComplex::validateSEGM(KVException*, unsigned short, char*) { return 0; }
 DSmacro& _DSSegmentComplex::writeSEGM() { return DSmacro::empty(); }
-void _DSSegmentComplex::touchDependentObjects() { }
+void _DSSegmentComplex::touchDependentObjects() {}

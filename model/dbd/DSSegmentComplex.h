@@ -1,8 +1,7 @@
-// DSSegmentComplex.h — the segment of the full-function access types: logical relationships, secondary indexes and a dataset.
-// Its superclass is its row in classes.def; its attributes and roles are its
-// rows in DSSegmentComplex.def: each row gives a member, _get_/_set_ accessors
-// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
-// and a change bit, in row order.
+// DSSegmentComplex.h — the segment of the full-function access types: logical relationships, secondary indexes and a
+// dataset. Its superclass is its row in classes.def; its attributes and roles are its rows in DSSegmentComplex.def:
+// each row gives a member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table
+// row and a change bit, in row order.
 #pragma once
 
 #include <krmwtarn/platform/common/Export.h>

@@ -6,4 +6,3 @@
 #define KR_CLASS DSTARNDDname
 #define KR_ROWS "krmwtarn/model/dbd/DSTARNDDname.def"
 #include <krmwtarn/model/framework/ObjectDefinitions.inc>
-

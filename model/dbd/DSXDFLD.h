@@ -1,8 +1,7 @@
-// DSXDFLD.h — a secondary-index field of a full-function segment: search, subsequence and duplicate-data fields, index source and target index DBD.
-// Its superclass is its row in classes.def; its attributes and roles are its
-// rows in DSXDFLD.def: each row gives a member, _get_/_set_ accessors
-// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
-// and a change bit, in row order.
+// DSXDFLD.h — a secondary-index field of a full-function segment: search, subsequence and duplicate-data fields, index
+// source and target index DBD. Its superclass is its row in classes.def; its attributes and roles are its rows in
+// DSXDFLD.def: each row gives a member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_ accessors
+// (roles), a table row and a change bit, in row order.
 #pragma once
 
 #include <krmwtarn/platform/common/Export.h>

@@ -39,20 +39,20 @@ private:
 
 // Row type traits: C++ value type, argument type, storage, table name, width and
 // the union members of ADGetter/ADSetter that carry the accessors.
-#define KR_SCALAR_TYPE(TAG, VALUE, NAME, WIDTH, MEMBER)                                              \
-    struct KRMWTARN_API TAG {                                                                                     \
-        using value = VALUE;                                                                         \
-        using arg = VALUE;                                                                           \
-        using storage = VALUE;                                                                       \
-        using Getter = VALUE (_ADObject::*)();                                                       \
-        using Setter = void (_ADObject::*)(VALUE, omSetProcessing);                                  \
-        static constexpr const char* name = NAME;                                                    \
-        static constexpr std::int32_t width = WIDTH;                                                 \
-        static constexpr ADGetter getter(Getter g) { return ADGetter{.MEMBER = g}; }                 \
-        static constexpr ADSetter setter(Setter s) { return ADSetter{.MEMBER = s}; }                 \
-        static value read(const storage& s) noexcept { return s; }                                   \
-        static bool equals(const storage& s, arg v) noexcept { return s == v; }                      \
-        static void assign(storage& s, arg v) noexcept { s = v; }                                    \
+#define KR_SCALAR_TYPE(TAG, VALUE, NAME, WIDTH, MEMBER)                              \
+    struct KRMWTARN_API TAG {                                                        \
+        using value = VALUE;                                                         \
+        using arg = VALUE;                                                           \
+        using storage = VALUE;                                                       \
+        using Getter = VALUE (_ADObject::*)();                                       \
+        using Setter = void (_ADObject::*)(VALUE, omSetProcessing);                  \
+        static constexpr const char* name = NAME;                                    \
+        static constexpr std::int32_t width = WIDTH;                                 \
+        static constexpr ADGetter getter(Getter g) { return ADGetter{.MEMBER = g}; } \
+        static constexpr ADSetter setter(Setter s) { return ADSetter{.MEMBER = s}; } \
+        static value read(const storage& s) noexcept { return s; }                   \
+        static bool equals(const storage& s, arg v) noexcept { return s == v; }      \
+        static void assign(storage& s, arg v) noexcept { s = v; }                    \
     };
 
 KR_SCALAR_TYPE(boolean_t, int, "boolean", 4, boolean)
@@ -77,9 +77,7 @@ struct KRMWTARN_API string_t {
     static void assign(storage& s, arg v) { s.assign(v); }
 };
 
-inline bool bitSet(const unsigned char* bits, int row) noexcept {
-    return (bits[row / 8] & (1u << (row % 8))) != 0;
-}
+inline bool bitSet(const unsigned char* bits, int row) noexcept { return (bits[row / 8] & (1u << (row % 8))) != 0; }
 inline void setBit(unsigned char* bits, int row, bool on) noexcept {
     unsigned char mask = static_cast<unsigned char>(1u << (row % 8));
     bits[row / 8] = static_cast<unsigned char>(on ? (bits[row / 8] | mask) : (bits[row / 8] & ~mask));
@@ -98,8 +96,8 @@ void finishSet(_ADObject* self, omSetProcessing how, const char* name, Mark mark
 // The setter rule of every attribute. A name attribute (flag 0x80004) stores
 // and notifies but never touches its own change bit.
 template <class Tr>
-void setAttribute(_ADObject* self, unsigned char* bits, int row, typename Tr::storage& slot,
-                  typename Tr::arg value, omSetProcessing how, bool nameAttribute, const char* name) {
+void setAttribute(_ADObject* self, unsigned char* bits, int row, typename Tr::storage& slot, typename Tr::arg value,
+                  omSetProcessing how, bool nameAttribute, const char* name) {
     if ((how & omKeepChanged) && bitSet(bits, row)) return;
     if (how & omStore) {
         if (Tr::equals(slot, value)) return;
@@ -144,9 +142,7 @@ unsigned long changeBit(const ADAttributeEntry* rows, int count, unsigned char* 
     return 1;
 }
 
-inline int isNamed(const char* asked, const char* own) noexcept {
-    return asked && std::strcmp(asked, own) == 0;
-}
+inline int isNamed(const char* asked, const char* own) noexcept { return asked && std::strcmp(asked, own) == 0; }
 
 // The table row of an attribute of value type Tr (flags 0x4, or 0x80004 for
 // the name attribute).

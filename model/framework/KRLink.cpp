@@ -58,9 +58,7 @@ unsigned long _KRLink::getChangeFlag(const char* name) {
     return _ADLink::getChangeFlag(nullptr) ? 4 : 0;
 }
 
-unsigned long _KRLink::setChangeBit(const char* name, omSetProcessing how) {
-    return _ADLink::setChangeBit(name, how);
-}
+unsigned long _KRLink::setChangeBit(const char* name, omSetProcessing how) { return _ADLink::setChangeBit(name, how); }
 
 void _KRLink::markDeleted(DSModelCollection* deleted, int flags) {
     ADObject keep(this);  // the roles may hold the last handles on this link

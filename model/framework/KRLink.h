@@ -103,14 +103,10 @@ public:
     T* _get_target() noexcept { return &target; }
     void _set_source(S* newSource, omSetProcessing how) { setEnd(krSource, newSource, how); }
     void _set_target(T* newTarget, omSetProcessing how) { setEnd(krTarget, newTarget, how); }
-    void _set_sourceAfter(S* newSource, H* after, omSetProcessing how)
-        requires kr::LinkRow<H>::ordered
-    {
+    void _set_sourceAfter(S* newSource, H* after, omSetProcessing how) requires kr::LinkRow<H>::ordered {
         setSourceAfter(newSource, after, how);
     }
-    void moveTargetAfter(H* after, omSetProcessing how)
-        requires kr::LinkRow<H>::ordered
-    {
+    void moveTargetAfter(H* after, omSetProcessing how) requires kr::LinkRow<H>::ordered {
         moveAfterInSource(after, how);
     }
 
@@ -153,8 +149,9 @@ template <class L, int End, class Impl, class ByName>
 DSModelCollection* roleAt(Impl* object, ByName byName) {
     using E = EndClass<L, End>;
     if constexpr (isObjectClass<E> || isLinkClass<E>) {
-        static_assert(requires { object->krRole(EndTag<L, End>{}); },
-                      "links.def names a role at this end that the end class's row list lacks");
+        static_assert(
+            requires { object->krRole(EndTag<L, End>{}); },
+            "links.def names a role at this end that the end class's row list lacks");
         return object->krRole(EndTag<L, End>{});
     } else {
         return byName(object);
@@ -178,38 +175,35 @@ constexpr ADAttributeEntry endRow(int end) {
 // Declarations a link class expands to. A handle class C with its creating
 // constructors (the ordered one only where the source row is ordered), and the
 // members every link implementation declares.
-#define KR_DECLARE_LINK_HANDLE(C, S, T)                                                        \
-    class KRMWTARN_API C : public ADLink {                                                                   \
-    public:                                                                                     \
-        static constexpr bool ordered = kr::LinkRow<C>::ordered;                                \
-        C() noexcept = default;                                                                 \
-        C(S* source, T* target, int check);                                                     \
-        template <bool O = ordered>                                                             \
-            requires O                                                                          \
-        C(S* source, T* target, C* after, int check) {                                          \
-            createAfter(source, target, after, check);                                          \
-        }                                                                                       \
-        C(const char* context, const char* objID, int instantiate);                             \
-        explicit C(KR_IMPL(C) * impl) noexcept;                                                 \
-        KR_IMPL(C) * operator->() const noexcept;                                               \
-                                                                                                \
-    private:                                                                                    \
-        void createAfter(S* source, T* target, C* after, int check);                            \
+#define KR_DECLARE_LINK_HANDLE(C, S, T)                                                                        \
+    class KRMWTARN_API C : public ADLink {                                                                     \
+    public:                                                                                                    \
+        static constexpr bool ordered = kr::LinkRow<C>::ordered;                                               \
+        C() noexcept = default;                                                                                \
+        C(S* source, T* target, int check);                                                                    \
+        template <bool O = ordered>                                                                            \
+        requires O C(S* source, T* target, C* after, int check) { createAfter(source, target, after, check); } \
+        C(const char* context, const char* objID, int instantiate);                                            \
+        explicit C(KR_IMPL(C) * impl) noexcept;                                                                \
+        KR_IMPL(C) * operator->() const noexcept;                                                              \
+                                                                                                               \
+    private:                                                                                                   \
+        void createAfter(S* source, T* target, C* after, int check);                                           \
     };
 
-#define KR_LINK_IMPL_MEMBERS(C)                                                                 \
-private:                                                                                        \
-    using krBase = _KRLink;                                                                     \
-                                                                                                \
-public:                                                                                         \
-    explicit KR_IMPL(C)(const char* context, const char* objID);                                \
-    ~KR_IMPL(C)() override;                                                                     \
-    const KRLinkInfo& linkInfo() const noexcept override;                                       \
-    static const KRLinkInfo krInfo;                                                             \
+#define KR_LINK_IMPL_MEMBERS(C)                                  \
+private:                                                         \
+    using krBase = _KRLink;                                      \
+                                                                 \
+public:                                                          \
+    explicit KR_IMPL(C)(const char* context, const char* objID); \
+    ~KR_IMPL(C)() override;                                      \
+    const KRLinkInfo& linkInfo() const noexcept override;        \
+    static const KRLinkInfo krInfo;                              \
     static std::int32_t krEndWords[2];
 
-#define KR_DECLARE_LINK_IMPL(C)                                                                 \
-    class KRMWTARN_API KR_IMPL(C) final : public KRLinkImpl<C> {                                             \
-        KR_LINK_IMPL_MEMBERS(C)                                                                 \
-        static ADAttributeEntry krTable[];                                                      \
+#define KR_DECLARE_LINK_IMPL(C)                                  \
+    class KRMWTARN_API KR_IMPL(C) final : public KRLinkImpl<C> { \
+        KR_LINK_IMPL_MEMBERS(C)                                  \
+        static ADAttributeEntry krTable[];                       \
     };

@@ -15,23 +15,23 @@
 class KVException;
 
 // Handle class C below its superclass's handle, reaching _C through operator->.
-#define KR_DECLARE_HANDLE_BODY(C)                                                                   \
-public:                                                                                              \
-    C() noexcept = default;                                                                          \
-    C(const char* context, const char* objID, int instantiate);                                      \
+#define KR_DECLARE_HANDLE_BODY(C)                               \
+public:                                                         \
+    C() noexcept = default;                                     \
+    C(const char* context, const char* objID, int instantiate); \
     explicit C(KR_IMPL(C) * impl) noexcept;
 
-#define KR_DECLARE_HANDLE(C)                                                                        \
-    class KRMWTARN_API C : public kr::SuperHandle<C> {                                                            \
-        KR_DECLARE_HANDLE_BODY(C)                                                                    \
-        KR_IMPL(C) * operator->() const noexcept;                                                    \
+#define KR_DECLARE_HANDLE(C)                           \
+    class KRMWTARN_API C : public kr::SuperHandle<C> { \
+        KR_DECLARE_HANDLE_BODY(C)                      \
+        KR_IMPL(C) * operator->() const noexcept;      \
     };
 
 // A handle that keeps its base's operator-> (DSSegmentDEDB).
-#define KR_DECLARE_HANDLE_NO_ARROW(C)                                                               \
-    class KRMWTARN_API C : public kr::SuperHandle<C> {                                                            \
-        KR_DECLARE_HANDLE_BODY(C)                                                                    \
+#define KR_DECLARE_HANDLE_NO_ARROW(C)                  \
+    class KRMWTARN_API C : public kr::SuperHandle<C> { \
+        KR_DECLARE_HANDLE_BODY(C)                      \
     };
 
-#define KR_DEFINE_ARROW(C)                                                                           \
+#define KR_DEFINE_ARROW(C) \
     inline KR_IMPL(C) * C::operator->() const noexcept { return static_cast<KR_IMPL(C)*>(impl_); }

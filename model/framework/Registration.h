@@ -24,4 +24,4 @@ class ADLink;
 // ordered constructor does, behind `after`. The caller owns the new handle.
 // Null for an unknown link class.
 KRMWTARN_API ADLink* ewswtarnCreateLink(const char* linkClass, ADObject* source, ADObject* target,
-                           ADObject* after = nullptr, bool placeAfter = false);
+                                        ADObject* after = nullptr, bool placeAfter = false);

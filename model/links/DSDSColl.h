@@ -1,5 +1,5 @@
-// DSDSColl.h — a DBD's dataset group, ordered in the DBD's role, joined to a DD name; the source of DSHasArea and DSHasDataset.
-// Its own rows are in DSDSColl.def; its ends in the catalogue links.def.
+// DSDSColl.h — a DBD's dataset group, ordered in the DBD's role, joined to a DD name; the source of DSHasArea and
+// DSHasDataset. Its own rows are in DSDSColl.def; its ends in the catalogue links.def.
 #pragma once
 
 #include <krmwtarn/platform/common/Export.h>

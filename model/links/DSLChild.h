@@ -1,5 +1,6 @@
-// DSLChild.h — the logical child link (LCHILD): a DSSegmentComplex logical parent (source) and its logical child (target), with the LCHILD operands; the source of DSHasPair.
-// Its own rows are in DSLChild.def; its ends in the catalogue links.def.
+// DSLChild.h — the logical child link (LCHILD): a DSSegmentComplex logical parent (source) and its logical child
+// (target), with the LCHILD operands; the source of DSHasPair. Its own rows are in DSLChild.def; its ends in the
+// catalogue links.def.
 #pragma once
 
 #include <krmwtarn/platform/common/Export.h>

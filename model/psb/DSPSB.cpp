@@ -12,7 +12,7 @@ int _DSPSB::isUsed() { return 0; }
 int _DSPSB::validatePSB(char**) { return 0; }
 DSmacro& _DSPSB::writePSB() { return DSmacro::empty(); }
 char* _DSPSB::writePSBasSource(int, char*) { return nullptr; }
-void _DSPSB::renamePCBs(char*) { }
+void _DSPSB::renamePCBs(char*) {}
 int _DSPSB::setFullName(const char*) { return 0; }
 int _DSPSB::setFullName(const char*, char, char) { return 0; }
 int _DSPSB::setFullName(const char*, const char*, const char*, const char*) { return 0; }

@@ -1,7 +1,6 @@
-// DSSenSegment.h — a sensitive segment (SENSEG) of a database PCB, in its own parent/child hierarchy, mapped onto a DBD segment.
-// Its superclass is its row in classes.def; its attributes and roles are its
-// rows in DSSenSegment.def: each row gives a member, _get_/_set_ accessors
-// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
+// DSSenSegment.h — a sensitive segment (SENSEG) of a database PCB, in its own parent/child hierarchy, mapped onto a DBD
+// segment. Its superclass is its row in classes.def; its attributes and roles are its rows in DSSenSegment.def: each
+// row gives a member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
 // and a change bit, in row order.
 #pragma once
 

@@ -6,8 +6,8 @@ KVException::KVException(const char* first, long number, std::initializer_list<c
     for (const char* t : texts) texts_.emplace_back(t ? t : "");
 }
 
-KVException::KVException(const char* first, long number, const char* t1, const char* t2,
-                         const char* t3, const char* t4, const char* t5)
+KVException::KVException(const char* first, long number, const char* t1, const char* t2, const char* t3, const char* t4,
+                         const char* t5)
     : first_(first ? first : ""), number_(number) {
     // Trailing null texts are absent; a null in the middle is kept as "".
     const char* all[] = {t1, t2, t3, t4, t5};

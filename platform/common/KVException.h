@@ -12,8 +12,8 @@
 class KRMWTARN_API KVException {
 public:
     KVException(const char* first, long number, std::initializer_list<const char*> texts = {});
-    KVException(const char* first, long number, const char* t1, const char* t2 = nullptr,
-                const char* t3 = nullptr, const char* t4 = nullptr, const char* t5 = nullptr);
+    KVException(const char* first, long number, const char* t1, const char* t2 = nullptr, const char* t3 = nullptr,
+                const char* t4 = nullptr, const char* t5 = nullptr);
 
     const char* first() const { return first_.c_str(); }
     long number() const { return number_; }

@@ -25,11 +25,11 @@ KRMWTARN_API void setCritical(bool on);
 }  // namespace krtrace
 
 // Write a message through the trace facility when tracing is on.
-#define KR_TRACE(msg)                          \
-    do {                                       \
-        if (TRACEFLAG && KRGCRIT()) {          \
-            TRACELINE = __LINE__;              \
-            TRACEFILENAME = __FILE__;          \
-            KRGTRACE(msg);                     \
-        }                                      \
+#define KR_TRACE(msg)                 \
+    do {                              \
+        if (TRACEFLAG && KRGCRIT()) { \
+            TRACELINE = __LINE__;     \
+            TRACEFILENAME = __FILE__; \
+            KRGTRACE(msg);            \
+        }                             \
     } while (0)

@@ -11,26 +11,25 @@
 #include <cstring>
 #include <new>
 
-#define KR_DEFINE_DICTIONARY_CLASS(C, SUPER, SUPER_HANDLE, ROLES)                                          \
-    C::C(const char* context, const char* objID, int instantiate) : SUPER_HANDLE(context, objID, 0) {      \
-        adopt(adAcquire<_##C>(#C, context, objID, instantiate));                                           \
-    }                                                                                                      \
-    C::C(_##C* impl) noexcept : SUPER_HANDLE(impl) {}                                                      \
-    _##C::_##C(const char* context, const char* objID, int instantiate)                                    \
-        : _##SUPER(context, objID, instantiate) {}                                                         \
-    _##C::~_##C() { releaseLastHandle(); }                                                                 \
-    const char* _##C::whoAmI() { return #C; }                                                              \
-    ADObject* _##C::createNewHandle() { return new (std::nothrow) C(this); }                               \
-    int _##C::isKindOf(const char* className) {                                                            \
-        if (className && std::strcmp(className, #C) == 0) return 1;                                        \
-        return _##SUPER::isKindOf(className);                                                              \
-    }                                                                                                      \
-    ADAttributeEntry* _##C::attributeTable() { return table; }                                             \
-    ADAttributeEntry* _##C::nextAttributeTable(ADAttributeEntry* previous) {                               \
-        if (!previous) return attributeTable();                                                            \
-        if (previous == table) return _##SUPER::attributeTable();                                          \
-        return _##SUPER::nextAttributeTable(previous);                                                     \
-    }                                                                                                      \
+#define KR_DEFINE_DICTIONARY_CLASS(C, SUPER, SUPER_HANDLE, ROLES)                                                  \
+    C::C(const char* context, const char* objID, int instantiate) : SUPER_HANDLE(context, objID, 0) {              \
+        adopt(adAcquire<_##C>(#C, context, objID, instantiate));                                                   \
+    }                                                                                                              \
+    C::C(_##C* impl) noexcept : SUPER_HANDLE(impl) {}                                                              \
+    _##C::_##C(const char* context, const char* objID, int instantiate) : _##SUPER(context, objID, instantiate) {} \
+    _##C::~_##C() { releaseLastHandle(); }                                                                         \
+    const char* _##C::whoAmI() { return #C; }                                                                      \
+    ADObject* _##C::createNewHandle() { return new (std::nothrow) C(this); }                                       \
+    int _##C::isKindOf(const char* className) {                                                                    \
+        if (className && std::strcmp(className, #C) == 0) return 1;                                                \
+        return _##SUPER::isKindOf(className);                                                                      \
+    }                                                                                                              \
+    ADAttributeEntry* _##C::attributeTable() { return table; }                                                     \
+    ADAttributeEntry* _##C::nextAttributeTable(ADAttributeEntry* previous) {                                       \
+        if (!previous) return attributeTable();                                                                    \
+        if (previous == table) return _##SUPER::attributeTable();                                                  \
+        return _##SUPER::nextAttributeTable(previous);                                                             \
+    }                                                                                                              \
     constinit ADAttributeEntry _##C::table[] = {ROLES(KR_DICTIONARY_OWN_ROW, KR_DICTIONARY_FOREIGN_ROW, C){}};
 
 // The tables are constant-initialized (constinit) without their getters:
@@ -79,7 +78,7 @@ _classStruct platformClasses[] = {
 #define KR_CLASS_ROW(C, SUPER, SUPER_HANDLE, ROLES) {#C, #SUPER, _##C::table},
     KR_DICTIONARY_CLASSES(KR_CLASS_ROW)
 #undef KR_CLASS_ROW
-    {nullptr, nullptr, nullptr},
+        {nullptr, nullptr, nullptr},
 };
 
 DSRegistration platformRegistration(platformFactory, platformClasses, "krmrscli");

@@ -37,48 +37,48 @@
 
 // Each row: the class, its superclass, the superclass's handle (the handle
 // class a handle of C is a kind of), and its roles.
-#define KR_DICTIONARY_CLASSES(X)                                                 \
-    X(DSDataItem, KVPart, ADObject, KR_DSDATAITEM_ROLES)                         \
-    X(DSDataStructure, KVPart, ADObject, KR_DSDATASTRUCTURE_ROLES)               \
-    X(DSDataStructureAlias, KVPart, ADObject, KR_DSDATASTRUCTUREALIAS_ROLES)     \
-    X(DSSDDAlias, KVPart, ADObject, KR_DSSDDALIAS_ROLES)                         \
+#define KR_DICTIONARY_CLASSES(X)                                             \
+    X(DSDataItem, KVPart, ADObject, KR_DSDATAITEM_ROLES)                     \
+    X(DSDataStructure, KVPart, ADObject, KR_DSDATASTRUCTURE_ROLES)           \
+    X(DSDataStructureAlias, KVPart, ADObject, KR_DSDATASTRUCTUREALIAS_ROLES) \
+    X(DSSDDAlias, KVPart, ADObject, KR_DSSDDALIAS_ROLES)                     \
     X(DSDataElementAlias, DSSDDAlias, DSSDDAlias, KR_DSDATAELEMENTALIAS_ROLES)
 
 // One dictionary class: handle C, implementation _C below _SUPER, with a
 // collection and accessor per role and the row numbers of its table
 // (krRow_ and the role for a foreign role, krOwnRow_ and the role for an own
 // one, which must be a role of this class in DictionaryLinks.def).
-#define KR_DICTIONARY_CLASS(C, SUPER, SUPER_HANDLE, ROLES)                                     \
-    class _##C;                                                                                \
-    class KRMWTARN_API C : public SUPER_HANDLE {                                                            \
-    public:                                                                                    \
-        C() noexcept = default;                                                                \
-        C(const char* context, const char* objID, int instantiate);                            \
-        explicit C(_##C* impl) noexcept;                                                       \
-        _##C* operator->() const noexcept;                                                     \
-    };                                                                                         \
+#define KR_DICTIONARY_CLASS(C, SUPER, SUPER_HANDLE, ROLES)                                                \
+    class _##C;                                                                                           \
+    class KRMWTARN_API C : public SUPER_HANDLE {                                                          \
+    public:                                                                                               \
+        C() noexcept = default;                                                                           \
+        C(const char* context, const char* objID, int instantiate);                                       \
+        explicit C(_##C* impl) noexcept;                                                                  \
+        _##C* operator->() const noexcept;                                                                \
+    };                                                                                                    \
     class KRMWTARN_API _##C : public _##SUPER {                                                           \
-    public:                                                                                    \
-        _##C(const char* context, const char* objID, int instantiate = 1);                     \
-        ~_##C() override;                                                                      \
-        const char* whoAmI() override;                                                         \
-        ADObject* createNewHandle() override;                                                  \
-        int isKindOf(const char* className) override;                                          \
-        ADAttributeEntry* attributeTable() override;                                           \
-        ADAttributeEntry* nextAttributeTable(ADAttributeEntry* previous) override;             \
-        ROLES(KR_DICTIONARY_OWN_ACCESSOR, KR_DICTIONARY_ACCESSOR, C)                           \
+    public:                                                                                               \
+        _##C(const char* context, const char* objID, int instantiate = 1);                                \
+        ~_##C() override;                                                                                 \
+        const char* whoAmI() override;                                                                    \
+        ADObject* createNewHandle() override;                                                             \
+        int isKindOf(const char* className) override;                                                     \
+        ADAttributeEntry* attributeTable() override;                                                      \
+        ADAttributeEntry* nextAttributeTable(ADAttributeEntry* previous) override;                        \
+        ROLES(KR_DICTIONARY_OWN_ACCESSOR, KR_DICTIONARY_ACCESSOR, C)                                      \
         enum KRRow : int { ROLES(KR_DICTIONARY_OWN_ROW_NUMBER, KR_DICTIONARY_ROW_NUMBER, C) krRowCount }; \
-        static ADAttributeEntry table[];                                                       \
-                                                                                               \
-    private:                                                                                   \
-        ROLES(KR_DICTIONARY_OWN_MEMBER, KR_DICTIONARY_MEMBER, C)                               \
-    };                                                                                         \
+        static ADAttributeEntry table[];                                                                  \
+                                                                                                          \
+    private:                                                                                              \
+        ROLES(KR_DICTIONARY_OWN_MEMBER, KR_DICTIONARY_MEMBER, C)                                          \
+    };                                                                                                    \
     inline _##C* C::operator->() const noexcept { return static_cast<_##C*>(impl_); }
 
 #define KR_DICTIONARY_ACCESSOR(C, role) \
     DSModelCollection* _get_##role() { return &role; }
-#define KR_DICTIONARY_OWN_ACCESSOR(C, role, link)                                   \
-    static_assert(adDictionaryRoleEnd(#link, #role, #C) >= 0,                       \
+#define KR_DICTIONARY_OWN_ACCESSOR(C, role, link)                                              \
+    static_assert(adDictionaryRoleEnd(#link, #role, #C) >= 0,                                  \
                   #C "." #role ": DictionaryLinks.def puts no such role of " #link " on " #C); \
     KR_DICTIONARY_ACCESSOR(C, role)
 #define KR_DICTIONARY_ROW_NUMBER(C, role) krRow_##role,

@@ -17,9 +17,10 @@ constexpr bool adDictionaryLinksWellFormed() noexcept {
         if (!adLinkWellFormed(l)) return false;
     return true;
 }
-static_assert(adDictionaryLinksWellFormed(), "DictionaryLinks.def: end rows flagged 0x1 and 0x5, two role names, "
-                                             "only the source ordered, at most one end controlling, mirrored "
-                                             "cardinalities");
+static_assert(adDictionaryLinksWellFormed(),
+              "DictionaryLinks.def: end rows flagged 0x1 and 0x5, two role names, "
+              "only the source ordered, at most one end controlling, mirrored "
+              "cardinalities");
 
 // The row of a dictionary link class; -1 for a name the catalogue lacks.
 constexpr int adDictionaryLinkIndex(std::string_view name) noexcept {

@@ -52,14 +52,14 @@ union ADSetter {
 };
 
 struct KRMWTARN_API ADAttributeEntry {
-    const char* name;      // attribute or role name
-    const char* inverse;   // role name at the other end; null for an attribute
-    const char* type;      // value type name, or the class at the other end
-    std::int32_t width;    // 4, 2 or 1
-    const void* extra;     // per-row reserved word, or the link class name of a role
+    const char* name;     // attribute or role name
+    const char* inverse;  // role name at the other end; null for an attribute
+    const char* type;     // value type name, or the class at the other end
+    std::int32_t width;   // 4, 2 or 1
+    const void* extra;    // per-row reserved word, or the link class name of a role
     ADGetter getter;
     ADSetter setter;
-    std::int32_t reserved; // always zero
+    std::int32_t reserved;  // always zero
     std::uint32_t flags;
 };
 
@@ -85,17 +85,11 @@ enum : std::uint32_t {
 };
 
 // The link class name carried by a role row of an object class.
-inline const char* adRoleLinkClass(const ADAttributeEntry& row) {
-    return static_cast<const char*>(row.extra);
-}
+inline const char* adRoleLinkClass(const ADAttributeEntry& row) { return static_cast<const char*>(row.extra); }
 
-inline bool adIsRoleRow(const ADAttributeEntry& row) {
-    return (row.flags & 0x3) == 0x3;
-}
+inline bool adIsRoleRow(const ADAttributeEntry& row) { return (row.flags & 0x3) == 0x3; }
 
-inline bool adIsEndRow(const ADAttributeEntry& row) {
-    return (row.flags & 0x3) == 0x1;
-}
+inline bool adIsEndRow(const ADAttributeEntry& row) { return (row.flags & 0x3) == 0x1; }
 
 // The two ends of a link: its "source" and "target" rows, in this order.
 enum : int { adSource = 0, adTarget = 1 };

@@ -11,8 +11,7 @@
 class KRMWTARN_API ADLink : public ADObject {
 public:
     ADLink() noexcept = default;
-    ADLink(const char* context, const char* objID, int instantiate) noexcept
-        : ADObject(context, objID, instantiate) {}
+    ADLink(const char* context, const char* objID, int instantiate) noexcept : ADObject(context, objID, instantiate) {}
     explicit ADLink(_ADObject* impl) noexcept : ADObject(impl) {}
 };
 

@@ -101,8 +101,8 @@ adnotify::Listener& listener() {
 }
 
 ADAttributeEntry baseTable[] = {
-    {"adName", nullptr, "string", 4, nullptr,
-     ADGetter{.str = &_ADObject::_get_adName}, ADSetter{.str = &_ADObject::_set_adName}, 0, 0x4},
+    {"adName", nullptr, "string", 4, nullptr, ADGetter{.str = &_ADObject::_get_adName},
+     ADSetter{.str = &_ADObject::_set_adName}, 0, 0x4},
     {},
 };
 }  // namespace
@@ -140,9 +140,7 @@ ADObject* _ADObject::createNewHandle() { return new ADObject(this); }
 int _ADObject::isNamedObject() { return 0; }
 int _ADObject::isRelationshipObject() { return 0; }
 
-int _ADObject::isKindOf(const char* className) {
-    return className && std::strcmp(className, "ADObject") == 0;
-}
+int _ADObject::isKindOf(const char* className) { return className && std::strcmp(className, "ADObject") == 0; }
 
 void _ADObject::markDeleted(DSModelCollection* deleted, int) {
     if (status_ & adStatusDeleted) return;

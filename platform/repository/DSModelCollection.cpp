@@ -22,9 +22,7 @@ ADObject* DSModelCollection::next() noexcept {
     return at(cursor_);
 }
 
-long DSModelCollection::indexOf() const noexcept {
-    return (cursor_ >= 0 && cursor_ < count()) ? cursor_ : -1;
-}
+long DSModelCollection::indexOf() const noexcept { return (cursor_ >= 0 && cursor_ < count()) ? cursor_ : -1; }
 
 long DSModelCollection::indexOf(const ADObject* element) const noexcept {
     if (!element) return -1;

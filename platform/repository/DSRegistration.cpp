@@ -30,8 +30,7 @@ const Found* lookup(const char* name) {
     if (stale()) {
         index().clear();
         for (DSRegistration* r : records())
-            for (_classStruct* c = r->classTable(); c && c->className; ++c)
-                index().emplace(c->className, Found{c, r});
+            for (_classStruct* c = r->classTable(); c && c->className; ++c) index().emplace(c->className, Found{c, r});
         stale() = false;
     }
     auto it = index().find(name);

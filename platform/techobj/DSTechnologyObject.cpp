@@ -15,14 +15,14 @@ DSmacro& DSmacro::empty() noexcept {
 namespace {
 ADAttributeEntry partTable[] = {
     {"pAnnotationText", "annotatedObject", "ADAnnotationText", 4, "ADLinkADAnnotObj2AnnotTxt",
-     ADGetter{.role = static_cast<DSModelCollection* (_ADObject::*)()>(&_KVPart::_get_pAnnotationText)},
-     ADSetter{}, 0, 0x2a03},
+     ADGetter{.role = static_cast<DSModelCollection* (_ADObject::*)()>(&_KVPart::_get_pAnnotationText)}, ADSetter{}, 0,
+     0x2a03},
     {"dependsOn", "dependents", "KVPart", 4, "ADLinkKVPartDependsOnKVPart",
-     ADGetter{.role = static_cast<DSModelCollection* (_ADObject::*)()>(&_KVPart::_get_dependsOn)},
-     ADSetter{}, 0, 0x8803},
+     ADGetter{.role = static_cast<DSModelCollection* (_ADObject::*)()>(&_KVPart::_get_dependsOn)}, ADSetter{}, 0,
+     0x8803},
     {"dependents", "dependsOn", "KVPart", 4, "ADLinkKVPartDependsOnKVPart",
-     ADGetter{.role = static_cast<DSModelCollection* (_ADObject::*)()>(&_KVPart::_get_dependents)},
-     ADSetter{}, 0, 0x8007},
+     ADGetter{.role = static_cast<DSModelCollection* (_ADObject::*)()>(&_KVPart::_get_dependents)}, ADSetter{}, 0,
+     0x8007},
     {},
 };
 int ownRow(const char* name) {

@@ -48,8 +48,8 @@ public:
     virtual int lock();
     virtual int unlock();
     virtual int touch();
-    virtual int setFullName(const char*, const char*, const char*, const char*, const char*, const char*,
-                            const char*, const char*);
+    virtual int setFullName(const char*, const char*, const char*, const char*, const char*, const char*, const char*,
+                            const char*);
     virtual int setFullName(const char*, const char*, const char*, const char*);
     virtual int setFullName(const char*, char, char);
     virtual int setFullName(const char*);

@@ -25,14 +25,12 @@ KRMWTARN_API DLLViewAllocGate DLLView_setAllocGate(DLLViewAllocGate gate);
 // Memory for one record, or null when the gate refuses or memory is out.
 KRMWTARN_API void* DLLView_allocate(std::size_t size) noexcept;
 
-#define DLLVIEW_RECORD_ALLOCATION                                                                   \
-    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept {                   \
-        return DLLView_allocate(size);                                                              \
-    }                                                                                               \
-    static void* operator new(std::size_t size) {                                                   \
-        if (void* p = DLLView_allocate(size)) return p;                                             \
-        throw std::bad_alloc();                                                                     \
-    }                                                                                               \
+#define DLLVIEW_RECORD_ALLOCATION                                                                                  \
+    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return DLLView_allocate(size); } \
+    static void* operator new(std::size_t size) {                                                                  \
+        if (void* p = DLLView_allocate(size)) return p;                                                            \
+        throw std::bad_alloc();                                                                                    \
+    }                                                                                                              \
     static void operator delete(void* p) noexcept { ::operator delete(p); }
 
 // One element of a view list. The component that builds a tree supplies the
@@ -47,12 +45,12 @@ public:
     DLLViewElem(DLLViewElem* next, const char* name, long flags, DLLViewType* view, const char* alias);
     DLLVIEW_RECORD_ALLOCATION
 
-    const char* name;      // attribute or role name; adTarget/adSource in a link's list
-    const char* alias;     // the name the client exposes the value under; never null
-    long flags;            // 1 on a delegating element, else 0
-    DLLViewList* list;     // nested list of a role element, else null
-    DLLViewType* viewType; // view type of a delegating element, else null
-    DLLViewElem* next;     // next element of the same list, null at the end
+    const char* name;       // attribute or role name; adTarget/adSource in a link's list
+    const char* alias;      // the name the client exposes the value under; never null
+    long flags;             // 1 on a delegating element, else 0
+    DLLViewList* list;      // nested list of a role element, else null
+    DLLViewType* viewType;  // view type of a delegating element, else null
+    DLLViewElem* next;      // next element of the same list, null at the end
 
 private:
     friend class DLLViewRecords;  // the platform's own trees (data-dictionary views)

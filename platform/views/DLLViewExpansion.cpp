@@ -127,10 +127,14 @@ DLLViewValue DLLView_readValue(_ADObject* o, const ADAttributeEntry& row) {
         return v;
     }
     v.isNull = false;
-    if (std::strcmp(t, "boolean") == 0) v.number = (o->*row.getter.boolean)();
-    else if (std::strcmp(t, "short") == 0) v.number = (o->*row.getter.shortv)();
-    else if (std::strcmp(t, "ushort") == 0) v.number = (o->*row.getter.ushortv)();
-    else if (std::strcmp(t, "long") == 0) v.number = (o->*row.getter.longv)();
+    if (std::strcmp(t, "boolean") == 0)
+        v.number = (o->*row.getter.boolean)();
+    else if (std::strcmp(t, "short") == 0)
+        v.number = (o->*row.getter.shortv)();
+    else if (std::strcmp(t, "ushort") == 0)
+        v.number = (o->*row.getter.ushortv)();
+    else if (std::strcmp(t, "long") == 0)
+        v.number = (o->*row.getter.longv)();
     else if (std::strcmp(t, "char") == 0) {
         char c = (o->*row.getter.charv)();
         if (c) v.text.assign(1, c);

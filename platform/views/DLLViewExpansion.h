@@ -38,8 +38,8 @@ struct KRMWTARN_API DLLViewEntry {
 // An object or a link object with the entries its list selected.
 struct KRMWTARN_API DLLViewNode {
     _ADObject* object = nullptr;
-    const DLLViewList* list = nullptr;      // null where a delegation stopped
-    const DLLViewType* delegated = nullptr; // the view this node was expanded by, if delegated
+    const DLLViewList* list = nullptr;       // null where a delegation stopped
+    const DLLViewType* delegated = nullptr;  // the view this node was expanded by, if delegated
     std::vector<DLLViewEntry> entries;
 };
 

@@ -45,8 +45,8 @@ using R = DLLViewRecords;
 
 // pAnnotationText → ADLinkADAnnotObj2AnnotTxt → adTarget → ADAnnotationText.
 DLLViewElem* annotation(DLLViewElem* next, const char* labelAlias, const char* contentsAlias) {
-    DLLViewList* text = R::list("ADAnnotationText", R::attribute(R::attribute(nullptr, "contents", contentsAlias),
-                                                                  "label", labelAlias));
+    DLLViewList* text = R::list("ADAnnotationText",
+                                R::attribute(R::attribute(nullptr, "contents", contentsAlias), "label", labelAlias));
     DLLViewList* link = R::list("ADLinkADAnnotObj2AnnotTxt", R::role(nullptr, "adTarget", text));
     return R::role(next, "pAnnotationText", link);
 }

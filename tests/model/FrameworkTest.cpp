@@ -48,7 +48,8 @@ TEST_F(Framework, FactoryAnswersEveryClassAndNullForUnknownHash) {
         std::unique_ptr<ADObject> copy((*h)->createNewHandle());
         EXPECT_TRUE(*copy == *h);
         // Every class is a kind of its superclass line, as the table says.
-        for (const _classStruct* s = c; s; s = s->superclassName ? DSRegistration::findClass(s->superclassName) : nullptr)
+        for (const _classStruct* s = c; s;
+             s = s->superclassName ? DSRegistration::findClass(s->superclassName) : nullptr)
             EXPECT_TRUE((*h)->isKindOf(s->className)) << c->className << " / " << s->className;
         int n = 0;
         while (c->attributes[n].name) ++n;

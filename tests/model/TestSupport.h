@@ -14,7 +14,9 @@
 class RepositoryTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        adnotify::setListener({[this](_ADObject* o, const char* name) { notes.push_back({o, name}); },
+        adnotify::setListener({[this](_ADObject* o, const char* name) {
+                                   notes.push_back({o, name});
+                               },
                                [this](_ADObject* o) { changeFlags.push_back(o); }});
     }
     void TearDown() override {

@@ -25,9 +25,7 @@ std::unique_ptr<KVException> thrown(const std::function<void()>& f) {
 }
 }  // namespace
 
-TEST_P(Seeds, InvariantsHoldAfterEveryOperation) {
-    EXPECT_EQ(krrandom::runSeeded(GetParam(), shortRun), "");
-}
+TEST_P(Seeds, InvariantsHoldAfterEveryOperation) { EXPECT_EQ(krrandom::runSeeded(GetParam(), shortRun), ""); }
 
 INSTANTIATE_TEST_SUITE_P(Short, Seeds, ::testing::Range<std::uint64_t>(1, 11));
 

@@ -28,17 +28,28 @@ std::string ebcdic(const std::vector<std::string>& cards, bool cp1047) {
         c.resize(80, ' ');
         for (char ch : c) {
             unsigned char e = 0x40;
-            if (ch >= 'A' && ch <= 'I') e = 0xC1 + (ch - 'A');
-            else if (ch >= 'J' && ch <= 'R') e = 0xD1 + (ch - 'J');
-            else if (ch >= 'S' && ch <= 'Z') e = 0xE2 + (ch - 'S');
-            else if (ch >= '0' && ch <= '9') e = 0xF0 + (ch - '0');
-            else if (ch == '=') e = 0x7E;
-            else if (ch == ',') e = 0x6B;
-            else if (ch == '(') e = 0x4D;
-            else if (ch == ')') e = 0x5D;
-            else if (ch == '\'') e = 0x7D;
-            else if (ch == '*') e = 0x5C;
-            else if (ch == '[') e = cp1047 ? 0xAD : 0xBA;
+            if (ch >= 'A' && ch <= 'I')
+                e = 0xC1 + (ch - 'A');
+            else if (ch >= 'J' && ch <= 'R')
+                e = 0xD1 + (ch - 'J');
+            else if (ch >= 'S' && ch <= 'Z')
+                e = 0xE2 + (ch - 'S');
+            else if (ch >= '0' && ch <= '9')
+                e = 0xF0 + (ch - '0');
+            else if (ch == '=')
+                e = 0x7E;
+            else if (ch == ',')
+                e = 0x6B;
+            else if (ch == '(')
+                e = 0x4D;
+            else if (ch == ')')
+                e = 0x5D;
+            else if (ch == '\'')
+                e = 0x7D;
+            else if (ch == '*')
+                e = 0x5C;
+            else if (ch == '[')
+                e = cp1047 ? 0xAD : 0xBA;
             out.push_back(static_cast<char>(e));
         }
     }
@@ -69,8 +80,7 @@ TEST(Cards, ContinuationJoinsAtColumn16AndSequenceColumnsAreIgnored) {
     std::string quoted = "         FIELD NAME=(X,SEQ,U),CONST='A QUOTED TEXT";
     std::string deck = card("         SEGM  NAME=A,PARENT=((B,SNGL),", true) + "00000010\n" +
                        card("               (C,PHYSICAL,D)),BYTES=4   REMARK", false) + " 00000020\n" +
-                       card(quoted, true) + "\n" +
-                       "               SEVENTY-ONE'\n";
+                       card(quoted, true) + "\n" + "               SEVENTY-ONE'\n";
     Diagnostics d;
     auto st = read(deck, d);
     ASSERT_EQ(st.size(), 2u) << d.all().size();
@@ -95,7 +105,8 @@ TEST(Cards, LineEndsTabsCommentsAndEndOfFileByte) {
 class Encodings : public ::testing::TestWithParam<bool> {};
 
 TEST_P(Encodings, EbcdicRecordsWithoutLineEndsAreDetectedAndRead) {
-    std::string bytes = ebcdic({"* COMMENT [", "         DBD   NAME=HIST,ACCESS=(GSAM,BSAM)", "         DBDGEN"}, GetParam());
+    std::string bytes =
+        ebcdic({"* COMMENT [", "         DBD   NAME=HIST,ACCESS=(GSAM,BSAM)", "         DBDGEN"}, GetParam());
     krsource::Encoding e;
     auto cards = krsource::decodeCards(bytes, &e);
     EXPECT_EQ(e, GetParam() ? krsource::Encoding::Ebcdic1047 : krsource::Encoding::Ebcdic037);
@@ -125,13 +136,12 @@ TEST_P(Malformed, IsALocatedError) {
     EXPECT_EQ(first.column, GetParam().column);
     EXPECT_NE(first.message.find(GetParam().message), std::string::npos) << first.text();
 }
-INSTANTIATE_TEST_SUITE_P(
-    Cards, Malformed,
-    ::testing::Values(BadCards{"         SEGM  NAME=(A,B\n", 1, 21, "unbalanced parentheses"},
-                      BadCards{"         SEGM  NAME=A)\n", 1, 22, "unbalanced parentheses"},
-                      BadCards{"         SEGM  NAME='ABC\n", 1, 25, "closing quote"},
-                      BadCards{card("         SEGM  NAME=A,", true) + "\n", 1, 72,
-                               "last card"},
-                      BadCards{"         SEGM  NAME=\x01\n", 1, 21, "invalid character 0x01"},
-                      BadCards{"         SEGM  X=((((((((((((((((((A))))))))))))))))))\n", 1, 34, "nested deeper"},
-                      BadCards{"LABELONLY\n", 1, 1, "without an operation"}));
+INSTANTIATE_TEST_SUITE_P(Cards, Malformed,
+                         ::testing::Values(BadCards{"         SEGM  NAME=(A,B\n", 1, 21, "unbalanced parentheses"},
+                                           BadCards{"         SEGM  NAME=A)\n", 1, 22, "unbalanced parentheses"},
+                                           BadCards{"         SEGM  NAME='ABC\n", 1, 25, "closing quote"},
+                                           BadCards{card("         SEGM  NAME=A,", true) + "\n", 1, 72, "last card"},
+                                           BadCards{"         SEGM  NAME=\x01\n", 1, 21, "invalid character 0x01"},
+                                           BadCards{"         SEGM  X=((((((((((((((((((A))))))))))))))))))\n", 1, 34,
+                                                    "nested deeper"},
+                                           BadCards{"LABELONLY\n", 1, 1, "without an operation"}));

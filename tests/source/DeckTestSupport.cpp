@@ -58,8 +58,10 @@ nlohmann::json documents(const std::vector<DSDBD>& dbds, const std::vector<DSPSB
 
 std::vector<krsource::Deck> written(const std::vector<DSDBD>& dbds, const std::vector<DSPSB>& psbs) {
     std::vector<krsource::Deck> decks;
-    for (const DSDBD& d : dbds) decks.push_back({std::string(d->_get_strDBDName()) + ".dbd", krsource::writeDbdDeck(d.operator->())});
-    for (const DSPSB& p : psbs) decks.push_back({std::string(p->_get_strPSBName()) + ".psb", krsource::writePsbDeck(p.operator->())});
+    for (const DSDBD& d : dbds)
+        decks.push_back({std::string(d->_get_strDBDName()) + ".dbd", krsource::writeDbdDeck(d.operator->())});
+    for (const DSPSB& p : psbs)
+        decks.push_back({std::string(p->_get_strPSBName()) + ".psb", krsource::writePsbDeck(p.operator->())});
     return decks;
 }
 

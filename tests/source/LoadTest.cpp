@@ -30,8 +30,11 @@ TEST_F(Load, HandWrittenDecksLoadWithTheirWarnings) {
     EXPECT_EQ(r.dbds.size(), 9u);
     EXPECT_EQ(r.psbs.size(), 2u);
     std::string all = decktest::report(r);
-    EXPECT_NE(all.find("hospital.dbd:15:47: warning: FIELD DATATYPE: keyword has no place in the model; ignored"), std::string::npos) << all;
-    EXPECT_NE(all.find("hospital.dbd:16:16: warning: FIELD PATTERN: keyword has no place in the model; ignored"), std::string::npos);
+    EXPECT_NE(all.find("hospital.dbd:15:47: warning: FIELD DATATYPE: keyword has no place in the model; ignored"),
+              std::string::npos)
+        << all;
+    EXPECT_NE(all.find("hospital.dbd:16:16: warning: FIELD PATTERN: keyword has no place in the model; ignored"),
+              std::string::npos);
 }
 
 TEST_F(Load, OperandsReachTheirAttributesAndLinks) {
@@ -47,7 +50,9 @@ TEST_F(Load, OperandsReachTheirAttributesAndLinks) {
     EXPECT_EQ(hdam->_get_osAccess(), 0);  // OSAM
     auto capt = static_cast<_DSExit*>(DSRegistrar::findObj("DSExit", "CAPTPART", v));
     ASSERT_NE(capt, nullptr);
-    EXPECT_EQ(capt->_get_exitKey() * 1000 + capt->_get_exitData() * 100 + capt->_get_exitPath() * 10 + capt->_get_logFlag(), 1011);
+    EXPECT_EQ(
+        capt->_get_exitKey() * 1000 + capt->_get_exitData() * 100 + capt->_get_exitPath() * 10 + capt->_get_logFlag(),
+        1011);
     EXPECT_EQ(capt->_get_cascade() + capt->_get_cascadeKey() + capt->_get_cascadeData() + capt->_get_cascadePath(), 3);
     // EXIT=(*,...) on the root stands for the DBD's two exits.
     auto root = static_cast<_DSSegmentComplex*>(DSRegistrar::findObj("DSSegmentComplex", "PARTDBD.PARTROOT", v));
@@ -143,23 +148,57 @@ std::string big(std::size_t dbds) {
     for (std::size_t i = 0; i < dbds; ++i)
         d += "         DBD   NAME=D" + std::to_string(i) + ",ACCESS=HISAM\n         SEGM  NAME=ROOT,BYTES=8\n" +
              "         FIELD NAME=(K,SEQ,U),START=1,BYTES=4\n         FIELD NAME=F,START=5,BYTES=4\n         DBDGEN\n";
-    return d + "         DBD   NAME=BIG,ACCESS=HISAM\n         SEGM  NAME=ROOT,BYTES=8\n         SEGM  NAME=ROOT,BYTES=8\n         DBDGEN\n";
+    return d +
+           "         DBD   NAME=BIG,ACCESS=HISAM\n         SEGM  NAME=ROOT,BYTES=8\n         SEGM  NAME=ROOT,BYTES=8\n "
+           "        DBDGEN\n";
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Decks, HostileDecks,
     ::testing::Values(
-        Hostile{"Truncated", {{"t.dbd", "         DBD   NAME=T,ACCESS=HISAM\n         SEGM  NAME=A,BYTES=4\n"}}, "t.dbd:2:1: error: DBD T: the deck ends before DBDGEN"},
-        Hostile{"UnbalancedParentheses", {{"u.dbd", std::string(kHospital) + "         SEGM  NAME=(X,PARENT=ROOT\n"}}, "u.dbd:6:21: error: unbalanced parentheses"},
-        Hostile{"ContinuationOnTheLastCard", {{"c.dbd", std::string(kHospital) + card71("         SEGM  NAME=X,")}}, "c.dbd:6:72: error: continuation mark in column 72 on the last card"},
-        Hostile{"UnknownStatement", {{"s.dbd", std::string(kHospital) + "         FROB  NAME=X\n"}}, "s.dbd:6:10: error: unknown statement 'FROB'"},
-        Hostile{"MissingSegmentInAnotherDeck", {{"h.dbd", kHospital}, {"p.psb", "         PCB   TYPE=DB,DBDNAME=H,PCBNAME=P1\n         SENSEG NAME=NOSUCH\n         PSBGEN PSBNAME=P\n"}}, "p.psb:2:22: error: SENSEG NAME: no segment NOSUCH in DBD H"},
-        Hostile{"MissingDbd", {{"p.psb", "         PCB   TYPE=DB,DBDNAME=NODBD\n         PSBGEN PSBNAME=P\n"}}, "p.psb:1:32: error: PCB DBDNAME: no DBD named NODBD"},
-        Hostile{"MissingLogicalParent", {{"l.dbd", "         DBD   NAME=L,ACCESS=HIDAM\n         SEGM  NAME=A\n         SEGM  NAME=B,PARENT=((A),(Z,PHYSICAL,OTHER))\n         DBDGEN\n"}}, "l.dbd:3:35: error: SEGM PARENT: no segment Z of a physical DBD OTHER"},
-        Hostile{"DuplicateSegment", {{"d.dbd", big(0)}}, "d.dbd:3:21: error: SEGM NAME: segment ROOT is defined twice in DBD BIG"},
-        Hostile{"DuplicateDefinitionDiffering", {{"a.dbd", kHospital}, {"b.dbd", "         DBD   NAME=H,ACCESS=HISAM\n         DBDGEN\n"}}, "b.dbd:1:10: error: DBD H: defined again differently (first at a.dbd:1:10)"},
-        Hostile{"BadNumber", {{"n.dbd", "         DBD   NAME=N,ACCESS=HISAM\n         SEGM  NAME=A,BYTES=(12X)\n         DBDGEN\n"}}, "n.dbd:2:30: error: SEGM BYTES: a number is expected, not '12X'"},
-        Hostile{"HundredThousandCards", {{"big.dbd", big(20000)}}, "big.dbd:100003:21: error: SEGM NAME: segment ROOT is defined twice"},
-        Hostile{"TooManySegments", {{"m.dbd", manySegments()}}, "m.dbd:257:10: error: SEGM: a DBD holds at most 255 segments"},
-        Hostile{"BinaryGarbage", {{"g.dbd", std::string("\x00\x01\xff\xfe garbage \x7f\x80", 14) + "\n" + std::string(kHospital) + "\x02"}}, "g.dbd:1:1: error: invalid character 0x00"}),
+        Hostile{"Truncated",
+                {{"t.dbd", "         DBD   NAME=T,ACCESS=HISAM\n         SEGM  NAME=A,BYTES=4\n"}},
+                "t.dbd:2:1: error: DBD T: the deck ends before DBDGEN"},
+        Hostile{"UnbalancedParentheses",
+                {{"u.dbd", std::string(kHospital) + "         SEGM  NAME=(X,PARENT=ROOT\n"}},
+                "u.dbd:6:21: error: unbalanced parentheses"},
+        Hostile{"ContinuationOnTheLastCard",
+                {{"c.dbd", std::string(kHospital) + card71("         SEGM  NAME=X,")}},
+                "c.dbd:6:72: error: continuation mark in column 72 on the last card"},
+        Hostile{"UnknownStatement",
+                {{"s.dbd", std::string(kHospital) + "         FROB  NAME=X\n"}},
+                "s.dbd:6:10: error: unknown statement 'FROB'"},
+        Hostile{
+            "MissingSegmentInAnotherDeck",
+            {{"h.dbd", kHospital},
+             {"p.psb",
+              "         PCB   TYPE=DB,DBDNAME=H,PCBNAME=P1\n         SENSEG NAME=NOSUCH\n         PSBGEN PSBNAME=P\n"}},
+            "p.psb:2:22: error: SENSEG NAME: no segment NOSUCH in DBD H"},
+        Hostile{"MissingDbd",
+                {{"p.psb", "         PCB   TYPE=DB,DBDNAME=NODBD\n         PSBGEN PSBNAME=P\n"}},
+                "p.psb:1:32: error: PCB DBDNAME: no DBD named NODBD"},
+        Hostile{"MissingLogicalParent",
+                {{"l.dbd",
+                  "         DBD   NAME=L,ACCESS=HIDAM\n         SEGM  NAME=A\n         SEGM  "
+                  "NAME=B,PARENT=((A),(Z,PHYSICAL,OTHER))\n         DBDGEN\n"}},
+                "l.dbd:3:35: error: SEGM PARENT: no segment Z of a physical DBD OTHER"},
+        Hostile{"DuplicateSegment",
+                {{"d.dbd", big(0)}},
+                "d.dbd:3:21: error: SEGM NAME: segment ROOT is defined twice in DBD BIG"},
+        Hostile{"DuplicateDefinitionDiffering",
+                {{"a.dbd", kHospital}, {"b.dbd", "         DBD   NAME=H,ACCESS=HISAM\n         DBDGEN\n"}},
+                "b.dbd:1:10: error: DBD H: defined again differently (first at a.dbd:1:10)"},
+        Hostile{"BadNumber",
+                {{"n.dbd", "         DBD   NAME=N,ACCESS=HISAM\n         SEGM  NAME=A,BYTES=(12X)\n         DBDGEN\n"}},
+                "n.dbd:2:30: error: SEGM BYTES: a number is expected, not '12X'"},
+        Hostile{"HundredThousandCards",
+                {{"big.dbd", big(20000)}},
+                "big.dbd:100003:21: error: SEGM NAME: segment ROOT is defined twice"},
+        Hostile{"TooManySegments",
+                {{"m.dbd", manySegments()}},
+                "m.dbd:257:10: error: SEGM: a DBD holds at most 255 segments"},
+        Hostile{
+            "BinaryGarbage",
+            {{"g.dbd", std::string("\x00\x01\xff\xfe garbage \x7f\x80", 14) + "\n" + std::string(kHospital) + "\x02"}},
+            "g.dbd:1:1: error: invalid character 0x00"}),
     [](const auto& info) { return std::string(info.param.name); });

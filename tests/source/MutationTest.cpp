@@ -19,11 +19,21 @@ TEST(Mutation, SeededMutationsOfTheHandWrittenDecks) {
         for (int e = 0; e < edits && !bytes.empty(); ++e) {
             std::size_t at = rng() % bytes.size();
             switch (rng() % 5) {
-                case 0: bytes[at] = alphabet[rng() % (sizeof alphabet - 1)]; break;
-                case 1: bytes.erase(at, rng() % 40); break;
-                case 2: bytes.insert(at, bytes.substr(rng() % bytes.size(), rng() % 80)); break;
-                case 3: bytes.resize(at); break;
-                default: bytes[at] = static_cast<char>(rng()); break;
+                case 0:
+                    bytes[at] = alphabet[rng() % (sizeof alphabet - 1)];
+                    break;
+                case 1:
+                    bytes.erase(at, rng() % 40);
+                    break;
+                case 2:
+                    bytes.insert(at, bytes.substr(rng() % bytes.size(), rng() % 80));
+                    break;
+                case 3:
+                    bytes.resize(at);
+                    break;
+                default:
+                    bytes[at] = static_cast<char>(rng());
+                    break;
             }
         }
         ASSERT_TRUE(deckfuzz::check(bytes)) << "run " << run;

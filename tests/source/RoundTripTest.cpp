@@ -21,7 +21,8 @@ namespace {
 nlohmann::json withoutDictionary(nlohmann::json docs) {
     std::function<void(nlohmann::json&)> walk = [&](nlohmann::json& j) {
         if (j.is_object()) {
-            for (const char* key : {"mappingStructure", "segmName", "fldName", "targetDataItem", "sharedDataItem", "alternateStructures"})
+            for (const char* key :
+                 {"mappingStructure", "segmName", "fldName", "targetDataItem", "sharedDataItem", "alternateStructures"})
                 j.erase(key);
             if (j.value("@class", "") == "DSCompRoutine") j.erase("@id");
             for (auto& [key, value] : j.items()) walk(value);
@@ -92,7 +93,8 @@ TEST_F(RoundTrip, HandWrittenDecksWrittenAndReadBackGiveTheSameModel) {
     std::vector<krsource::Deck> second;
     loadedDocuments(generated, &second);
     ASSERT_EQ(second.size(), generated.size());
-    for (std::size_t i = 0; i < generated.size(); ++i) EXPECT_EQ(second[i].bytes, generated[i].bytes) << generated[i].name;
+    for (std::size_t i = 0; i < generated.size(); ++i)
+        EXPECT_EQ(second[i].bytes, generated[i].bytes) << generated[i].name;
 }
 
 TEST_F(RoundTrip, TheOrderOfTheFilesDoesNotMatter) {

@@ -36,16 +36,18 @@ TEST_F(StoreTest, AFileThatIsNoRepositoryIsRefused) {
     std::filesystem::remove(path_);
     sql(path_, "CREATE TABLE accounts (id INTEGER)");
     EXPECT_EQ(refusal([&] { open(); }), path_ + " is not a KRMWTARN repository (a database of another kind)");
-    EXPECT_EQ(refusal([&] { krstore::OpenOptions o; o.create = false; krstore::Repository::open(path_ + ".none", o); })
-                  .rfind("cannot open repository " + path_ + ".none", 0),
+    EXPECT_EQ(refusal([&] {
+                  krstore::OpenOptions o;
+                  o.create = false;
+                  krstore::Repository::open(path_ + ".none", o);
+              }).rfind("cannot open repository " + path_ + ".none", 0),
               0u);
 }
 
 TEST_F(StoreTest, AnotherSchemaVersionIsRefused) {
     open();
     sql(path_, "PRAGMA user_version = 99");
-    EXPECT_EQ(refusal([&] { open(); }),
-              "repository " + path_ + " has schema version 99; this program reads version 1");
+    EXPECT_EQ(refusal([&] { open(); }), "repository " + path_ + " has schema version 99; this program reads version 1");
 }
 
 TEST_F(StoreTest, TruncatedAndCorruptedFilesAreReportedAsDamaged) {
@@ -87,7 +89,8 @@ TEST_F(StoreTest, AFullDiskLosesNothingStoredBefore) {
         limited.maxPages = pages + 4;
         auto r = open(limited);
         std::string message = refusal([&] { r->storeAll(); });
-        EXPECT_EQ(message, "repository " + path_ + ": the disk is full: store was not done; what was stored before is kept");
+        EXPECT_EQ(message,
+                  "repository " + path_ + ": the disk is full: store was not done; what was stored before is kept");
         EXPECT_EQ(DSRegistrar::count() > 0, true);  // memory as it was
     }
     DSRegistrar::releaseAll();

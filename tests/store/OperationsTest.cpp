@@ -138,7 +138,9 @@ TEST_F(StoreTest, DeleteRemovesTheUnitAndWhatItsDeleteListNames) {
     EXPECT_EQ(r->units().size(), before - 1);
     EXPECT_EQ(m.msdb->getChangeFlag(nullptr), 8u);  // deleted
     EXPECT_EQ(DSRegistrar::findObj("DSSegment", "RATEMSDB.RATE", sample::kVersion), nullptr);
-    EXPECT_EQ(refusal([&] { r->retrieveUnit({"DSDBD", "RATEMSDB", sample::kVersion}); }),
+    EXPECT_EQ(refusal([&] {
+                  r->retrieveUnit({"DSDBD", "RATEMSDB", sample::kVersion});
+              }),
               "unit DSDBD RATEMSDB (SAMPLE) is not in repository " + path_);
     // The rows went with the unit.
     DSRegistrar::releaseAll();
@@ -156,8 +158,7 @@ TEST_F(StoreTest, CopyIntoAVersionThatHoldsTheUnitIsRefused) {
     EXPECT_NE(refusal([&] { m.hospital->copy(); }).find("no version to copy"), std::string::npos);
     r->setCopyVersion("V2");
     EXPECT_EQ(m.hospital->copy(), 0);
-    EXPECT_EQ(refusal([&] { m.hospital->copy(); }),
-              "unit DSDBD HOSPDBD (V2) is already in the repository; not copied");
+    EXPECT_EQ(refusal([&] { m.hospital->copy(); }), "unit DSDBD HOSPDBD (V2) is already in the repository; not copied");
     ADObject copied = r->retrieveUnit({"DSDBD", "HOSPDBD", "V2"});
     ASSERT_FALSE(copied.isEmpty());
     EXPECT_EQ(static_cast<_DSDBD*>(copied.impl())->_get_segments()->count(), m.hospital->_get_segments()->count());

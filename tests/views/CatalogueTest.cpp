@@ -75,8 +75,8 @@ TEST_F(ViewServiceTest, EveryRegisteredViewAgreesWithTheClassCatalogue) {
     }
     // The one deliberate exception: the HISAM variant's access list carries the
     // segment attribute frequency.
-    EXPECT_EQ(problems, (std::vector<std::string>{
-                            "CVQHISAMDBDCOMPLEX: DSDBDaccess.frequency: no such attribute or role"}));
+    EXPECT_EQ(problems,
+              (std::vector<std::string>{"CVQHISAMDBDCOMPLEX: DSDBDaccess.frequency: no such attribute or role"}));
 }
 
 // A link list entered over a role names the far end once; a link reached as

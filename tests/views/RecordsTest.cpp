@@ -48,12 +48,8 @@ TEST(ViewRecords, ListTakesTheChainInChainOrderAndStaysEmptyWithoutOne) {
 }
 
 // segments → DSContainsSegment { adTarget → DSSegment { strSegmentName }, x }, adName
-constexpr auto sample = rows(
-    role(0, "segments"),
-      target(1, "DSSegment"),
-        attr(2, "strSegmentName"),
-      attr(1, "x"),
-    attr(0, "adName", "rootDBDname"));
+constexpr auto sample = rows(role(0, "segments"), target(1, "DSSegment"), attr(2, "strSegmentName"), attr(1, "x"),
+                             attr(0, "adName", "rootDBDname"));
 
 // Refuses the allocation whose turn (counted from 1) is `refuse`; records how
 // many allocations were asked for.

@@ -12,9 +12,9 @@ TEST_F(ViewServiceTest, DictionaryViewsAreRegisteredBeforeTheLibrarysViewsInThei
     std::vector<std::string> names;
     for (DLLViewType* t : DLLViewType::all()) names.push_back(t->name());
     ASSERT_GE(names.size(), 45u);
-    const std::vector<std::string> dictionary = {"CVQDATAELEMENT",      "CVQDATASTRUCTURE", "CVQDSALIAS",
-                                                 "CORVIADATAELEMENT",   "CORVIADATASTRUCTURE",
-                                                 "CORVIADEALIAS",       "CORVIADSALIAS"};
+    const std::vector<std::string> dictionary = {"CVQDATAELEMENT",    "CVQDATASTRUCTURE",    "CVQDSALIAS",
+                                                 "CORVIADATAELEMENT", "CORVIADATASTRUCTURE", "CORVIADEALIAS",
+                                                 "CORVIADSALIAS"};
     EXPECT_EQ(std::vector<std::string>(names.begin(), names.begin() + 7), dictionary);
     for (int i = 0; i < ewswtarnViewCount; ++i) {
         const EwswtarnView& v = ewswtarnViews[i];

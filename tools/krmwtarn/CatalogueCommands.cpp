@@ -20,11 +20,21 @@ std::string decodeFlags(std::uint32_t f) {
     if ((f & 0xF) == 0x4) return (f & adFlagName) ? "name attribute" : "attribute";
     std::string s;
     switch (f & 0xF) {
-        case 0x3: s = "role, at source"; break;
-        case 0x7: s = "role, at target"; break;
-        case 0x1: s = "source end"; break;
-        case 0x5: s = "target end"; break;
-        default: s = "?"; break;
+        case 0x3:
+            s = "role, at source";
+            break;
+        case 0x7:
+            s = "role, at target";
+            break;
+        case 0x1:
+            s = "source end";
+            break;
+        case 0x5:
+            s = "target end";
+            break;
+        default:
+            s = "?";
+            break;
     }
     if (f & adFlagControlling) s += ", controlling";
     if (f & adFlagOneToOne) s += ", 1:1";
@@ -79,9 +89,8 @@ int classChain(const std::string& name) {
             bool end = adIsEndRow(*row);
             std::string position = end ? "-" : std::to_string(bit / 8) + ":" + std::to_string(1 << (bit % 8));
             if (!end) ++bit;
-            std::printf("  %-24s %-22s %-22s %d  0x%05x  %-40s bit %s\n", row->name,
-                        row->inverse ? row->inverse : "-", row->type, row->width, row->flags,
-                        decodeFlags(row->flags).c_str(), position.c_str());
+            std::printf("  %-24s %-22s %-22s %d  0x%05x  %-40s bit %s\n", row->name, row->inverse ? row->inverse : "-",
+                        row->type, row->width, row->flags, decodeFlags(row->flags).c_str(), position.c_str());
         }
     }
     DSRegistrar::releaseAll();
@@ -89,18 +98,17 @@ int classChain(const std::string& name) {
 }
 
 int links() {
-    std::printf("%-20s %-20s %-22s %-20s %-22s %-5s %-7s %-12s %-36s %s\n", "link", "source", "source role",
-                "target", "target role", "card", "ordered", "controlling", "source setter checks",
-                "target setter checks");
+    std::printf("%-20s %-20s %-22s %-20s %-22s %-5s %-7s %-12s %-36s %s\n", "link", "source", "source role", "target",
+                "target role", "card", "ordered", "controlling", "source setter checks", "target setter checks");
     for (const _classStruct* c = ewswtarnClassTable; c->className; ++c) {
         if (!c->superclassName || std::string(c->superclassName) != "ADLink") continue;
         const ADAttributeEntry* t = c->attributes;
-        const char* controlling = (t[0].flags & adFlagControlling) ? "source"
-                                  : (t[1].flags & adFlagControlling) ? "target" : "none";
-        std::printf("%-20s %-20s %-22s %-20s %-22s %-5s %-7s %-12s %-36s %s\n", c->className, t[0].type,
-                    t[0].inverse, t[1].type, t[1].inverse, cardinality(t[0].flags),
-                    (t[0].flags & adFlagOrdered) ? "yes" : "no", controlling, checks(*c, 0).c_str(),
-                    checks(*c, 1).c_str());
+        const char* controlling = (t[0].flags & adFlagControlling)   ? "source"
+                                  : (t[1].flags & adFlagControlling) ? "target"
+                                                                     : "none";
+        std::printf("%-20s %-20s %-22s %-20s %-22s %-5s %-7s %-12s %-36s %s\n", c->className, t[0].type, t[0].inverse,
+                    t[1].type, t[1].inverse, cardinality(t[0].flags), (t[0].flags & adFlagOrdered) ? "yes" : "no",
+                    controlling, checks(*c, 0).c_str(), checks(*c, 1).c_str());
     }
     return exitDone;
 }

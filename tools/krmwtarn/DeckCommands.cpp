@@ -47,7 +47,8 @@ int levels(_DSDBD* dbd) {
         _ADObject* s = static_cast<_KRLink*>(l.impl())->_get_target()->impl();
         int depth = 1;
         for (_DSSegment* p = static_cast<_DSSegment*>(s); p->_get_physicalParent()->count() && depth <= 255; ++depth)
-            p = static_cast<_DSSegment*>(static_cast<_KRLink*>(p->_get_physicalParent()->at(0)->impl())->_get_target()->impl());
+            p = static_cast<_DSSegment*>(
+                static_cast<_KRLink*>(p->_get_physicalParent()->at(0)->impl())->_get_target()->impl());
         deepest = std::max(deepest, depth);
     }
     return deepest;
@@ -57,7 +58,9 @@ void summary(const krsource::LoadResult& r, std::ostream& out) {
     for (const DSDBD& d : r.dbds) {
         long fields = 0;
         for (const ADObject& l : *d->_get_segments())
-            fields += static_cast<_DSSegment*>(static_cast<_KRLink*>(l.impl())->_get_target()->impl())->_get_fields()->count();
+            fields += static_cast<_DSSegment*>(static_cast<_KRLink*>(l.impl())->_get_target()->impl())
+                          ->_get_fields()
+                          ->count();
         DSDBDaccess* a = d->_getFirst_dliAccess();
         const char* access = a ? (*a)->_get_dliAccess() : nullptr;
         out << "DBD " << d->_get_strDBDName() << "  access " << (access ? access : "-") << "  segments "
@@ -72,7 +75,9 @@ void summary(const krsource::LoadResult& r, std::ostream& out) {
             auto* db = static_cast<_DSPCBdb*>(type->impl());
             for (const ADObject& s : *db->_get_senseg()) {
                 ++sensegs;
-                senflds += static_cast<_DSSenSegment*>(static_cast<_KRLink*>(s.impl())->_get_target()->impl())->_get_senflds()->count();
+                senflds += static_cast<_DSSenSegment*>(static_cast<_KRLink*>(s.impl())->_get_target()->impl())
+                               ->_get_senflds()
+                               ->count();
             }
         }
         out << "PSB " << p->_get_strPSBName() << "  PCBs " << p->_get_listPCBs()->count() << "  SENSEGs " << sensegs
@@ -107,7 +112,8 @@ int deckLoad(const std::vector<std::string>& decks, bool json, std::ostream& out
             std::sort(r.dbds.begin(), r.dbds.end(), byName);
             std::sort(r.psbs.begin(), r.psbs.end(), byName);
             nlohmann::json docs = nlohmann::json::array();
-            for (const DSDBD& d : r.dbds) docs.push_back(viewdoc::exportView(DLLViewType::find("CORVIAPOPULATEDBD"), d.impl()));
+            for (const DSDBD& d : r.dbds)
+                docs.push_back(viewdoc::exportView(DLLViewType::find("CORVIAPOPULATEDBD"), d.impl()));
             for (const DSPSB& p : r.psbs) docs.push_back(viewdoc::exportView(DLLViewType::find("CORVIAPSB"), p.impl()));
             std::map<std::string, std::string> ids;
             renumber(docs, ids);
@@ -144,10 +150,12 @@ int deckGenerate(const std::vector<std::string>& decks, bool useSample, const st
     }
     std::filesystem::path dir(outDir);
     for (const DSDBD& d : dbds)
-        if (!writeFile(dir / (std::string(d->_get_strDBDName()) + ".dbd"), krsource::writeDbdDeck(d.operator->()), out, err))
+        if (!writeFile(dir / (std::string(d->_get_strDBDName()) + ".dbd"), krsource::writeDbdDeck(d.operator->()), out,
+                       err))
             status = 1;
     for (const DSPSB& p : psbs)
-        if (!writeFile(dir / (std::string(p->_get_strPSBName()) + ".psb"), krsource::writePsbDeck(p.operator->()), out, err))
+        if (!writeFile(dir / (std::string(p->_get_strPSBName()) + ".psb"), krsource::writePsbDeck(p.operator->()), out,
+                       err))
             status = 1;
     dbds.clear();
     psbs.clear();

@@ -19,5 +19,3 @@ int deckLoad(const std::vector<std::string>& decks, bool json, std::ostream& out
 // DIR/NAME.dbd or DIR/NAME.psb, naming each file written on `out`.
 int deckGenerate(const std::vector<std::string>& decks, bool sample, const std::string& outDir, std::ostream& out,
                  std::ostream& err);
-
-

@@ -48,7 +48,8 @@ Definitions::Definitions(const std::vector<std::string>& decks, const std::strin
             return std::make_tuple(std::strcmp(o->whoAmI(), "DSDBD") != 0, std::string(o->context()),
                                    std::string(o->objID()));
         };
-        std::sort(roots_.begin(), roots_.end(), [&](const ADObject& a, const ADObject& b) { return order(a) < order(b); });
+        std::sort(roots_.begin(), roots_.end(),
+                  [&](const ADObject& a, const ADObject& b) { return order(a) < order(b); });
         return;
     }
     sample_ = sample::build();

@@ -64,8 +64,7 @@ private:
             attributes(link, depth + 2);
             for (ADAttributeEntry* t = link->attributeTable(); t->name; ++t)
                 if (adIsRoleRow(*t) && t->getter.role) role(link, *t, depth + 2);
-            if (far && !far->isEmpty())
-                object(far->impl(), depth + 2, atSource ? "target: " : "source: ", row.inverse);
+            if (far && !far->isEmpty()) object(far->impl(), depth + 2, atSource ? "target: " : "source: ", row.inverse);
         }
     }
 

@@ -43,7 +43,8 @@ int storeSample(const std::string& repo, std::ostream& out, std::ostream& err) {
 int list(const std::string& repo, std::ostream& out, std::ostream& err) {
     return withRepository(repo, err, [&](krstore::Repository& r) {
         out << std::left << std::setw(22) << "class" << std::setw(22) << "name" << std::setw(12) << "version"
-            << std::setw(10) << "revision" << "lock owner\n";
+            << std::setw(10) << "revision"
+            << "lock owner\n";
         for (const krstore::UnitInfo& u : r.units())
             out << std::setw(22) << u.key.className << std::setw(22) << (u.name.empty() ? u.key.objID : u.name)
                 << std::setw(12) << u.key.version << std::setw(10) << u.revision

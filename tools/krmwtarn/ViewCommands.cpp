@@ -15,10 +15,14 @@
 
 namespace {
 void printValue(const DLLViewValue& v) {
-    if (v.isNull) std::printf("null");
-    else if (!std::strcmp(v.type, "string")) std::printf("\"%s\"", v.text.c_str());
-    else if (!std::strcmp(v.type, "char")) std::printf("'%s'", v.text.c_str());
-    else std::printf("%ld", v.number);
+    if (v.isNull)
+        std::printf("null");
+    else if (!std::strcmp(v.type, "string"))
+        std::printf("\"%s\"", v.text.c_str());
+    else if (!std::strcmp(v.type, "char"))
+        std::printf("'%s'", v.text.c_str());
+    else
+        std::printf("%ld", v.number);
 }
 
 void printNode(const DLLViewNode& node, int depth) {
@@ -48,8 +52,8 @@ nlohmann::json documentsOf(const krmwtarn::Definitions& defs) {
     DLLView_init::initAll();
     nlohmann::json docs = nlohmann::json::array();
     for (const ADObject& r : defs.roots())
-        docs.push_back(viewdoc::exportView(DLLViewType::find(r->isKindOf("DSDBD") ? "CORVIAPOPULATEDBD" : "CORVIAPSB"),
-                                           r.impl()));
+        docs.push_back(
+            viewdoc::exportView(DLLViewType::find(r->isKindOf("DSDBD") ? "CORVIAPOPULATEDBD" : "CORVIAPSB"), r.impl()));
     return nlohmann::json{{"documents", docs}};
 }
 

@@ -97,7 +97,9 @@ int main(int argc, char** argv) {
     positional(demo, "ROOT", demoRoot, "The sample object to expand it over (default: the view's usual root)");
     takesDecks(demo);
     demo->callback([&] {
-        run = [&, root = rootIfGiven(demo, "ROOT", demoRoot)] { return krmwtarn::expand(demoView, root, false, decks, repoPath); };
+        run = [&, root = rootIfGiven(demo, "ROOT", demoRoot)] {
+            return krmwtarn::expand(demoView, root, false, decks, repoPath);
+        };
     });
 
     std::string expandView, expandRoot;
@@ -118,11 +120,7 @@ int main(int argc, char** argv) {
     CLI::App* exportCommand = app.add_subcommand("export", "Write the whole sample as JSON documents");
     positional(exportCommand, "FILE", exportFile, "The file to write, - for standard output")->required();
     takesDecks(exportCommand);
-    exportCommand->callback([&] {
-        run = [&] {
-            return krmwtarn::exportDefinitions(exportFile, decks, repoPath);
-        };
-    });
+    exportCommand->callback([&] { run = [&] { return krmwtarn::exportDefinitions(exportFile, decks, repoPath); }; });
 
     std::string importFile;
     bool importJson = false;
@@ -190,7 +188,8 @@ int main(int argc, char** argv) {
         needRepo("sample");
         run = [&] { return repocmd::storeSample(repoPath, std::cout, std::cerr); };
     });
-    CLI::App* list = app.add_subcommand("list", "List the repository's units: class, name, version, revision, lock owner");
+    CLI::App* list =
+        app.add_subcommand("list", "List the repository's units: class, name, version, revision, lock owner");
     list->callback([&] {
         needRepo("list");
         run = [&] { return repocmd::list(repoPath, std::cout, std::cerr); };
