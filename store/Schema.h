@@ -2,10 +2,13 @@
 // tables and attribute tables (nothing is written per class): one table per
 // class with identity and unit columns and one typed column per attribute of
 // its attribute-table chain; a link class's table adds both ends by identity
-// and the link's position in each end's role.
+// and the link's position in each end's role. The same tables are written in
+// each database's SQL: on PostgreSQL, names are in lower case so that a
+// person's unquoted query finds them.
 #pragma once
 
 #include "platform/repository/ADAttributeEntry.h"
+#include "store/Sql.h"
 
 #include <string>
 #include <unordered_map>
@@ -24,8 +27,10 @@ struct Column {
 
 struct Table {
     std::string className;
+    std::string name;  // the table's name in statements (quoted)
     bool isLink = false;
     std::vector<Column> columns;  // the attribute columns, in chain order
+    std::vector<std::string> columnNames;  // every column in statements (quoted), in insert order
     std::string create;           // CREATE TABLE and its unit index
     std::string insert;           // every column, in column order
     std::string selectAll;        // every column, every row
@@ -44,8 +49,8 @@ public:
     // The layout this program writes; a repository of another version is refused.
     static constexpr int kVersion = 1;
 
-    // The schema of every class registered now (built on first use).
-    static const Schema& current();
+    // The schema of every class registered now, in a database's SQL (built on first use).
+    static const Schema& current(Dialect dialect = Dialect::Sqlite);
 
     // The table of a class, or null.
     const Table* table(const char* className) const;
@@ -54,7 +59,7 @@ public:
     const std::vector<std::string>& ddl() const noexcept { return ddl_; }
 
 private:
-    Schema();
+    explicit Schema(Dialect dialect);
     std::vector<Table> tables_;
     std::unordered_map<std::string, std::size_t> byName_;
     std::vector<std::string> ddl_;
@@ -63,5 +68,8 @@ private:
 // Identifiers in statements are quoted: attribute names are not checked
 // against the SQL keywords.
 std::string quoted(const std::string& name);
+
+// The quoted name of a table, column or index in a database's SQL.
+std::string identifier(const std::string& name, Dialect dialect);
 
 }  // namespace krstore
