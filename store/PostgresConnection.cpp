@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <exception>
 
 namespace krstore {
 
@@ -129,18 +130,29 @@ public:
     }
     bool step() override {
         if (!result_) {
-            std::vector<const char*> params(values_.size());
-            for (std::size_t i = 0; i < values_.size(); ++i) params[i] = null_[i] ? nullptr : values_[i].c_str();
-            PGresult* r = PQexecPrepared(conn_, name_.c_str(), static_cast<int>(params.size()), params.data(), nullptr,
-                                         nullptr, 0);
-            ExecStatusType st = PQresultStatus(r);
-            if (st != PGRES_TUPLES_OK && st != PGRES_COMMAND_OK) fail(conn_, r);
-            result_ = r;
-            rows_ = st == PGRES_TUPLES_OK ? PQntuples(r) : 0;
-            row_ = 0;
-            return row_ < rows_;
+            std::vector<const char*> params = parameters();
+            take(PQexecPrepared(conn_, name_.c_str(), static_cast<int>(params.size()), params.data(), nullptr, nullptr, 0));
+        } else if (started_) {
+            ++row_;
         }
-        return ++row_ < rows_;
+        started_ = true;
+        return row_ < rows_;
+    }
+    // Sends the statement in a pipeline; its result comes to take().
+    bool send() {
+        std::vector<const char*> params = parameters();
+        return PQsendQueryPrepared(conn_, name_.c_str(), static_cast<int>(params.size()), params.data(), nullptr,
+                                   nullptr, 0) == 1;
+    }
+    // The statement's result: its rows are stepped through from the first.
+    void take(PGresult* r) {
+        ExecStatusType st = PQresultStatus(r);
+        if (st != PGRES_TUPLES_OK && st != PGRES_COMMAND_OK) fail(conn_, r);
+        PQclear(result_);
+        result_ = r;
+        rows_ = st == PGRES_TUPLES_OK ? PQntuples(r) : 0;
+        row_ = 0;
+        started_ = false;
     }
     void reset() override {
         PQclear(result_);
@@ -153,12 +165,18 @@ public:
     const char* getText(int column) override { return isNull(column) ? nullptr : PQgetvalue(result_, row_, column); }
 
 private:
+    std::vector<const char*> parameters() const {
+        std::vector<const char*> params(values_.size());
+        for (std::size_t i = 0; i < values_.size(); ++i) params[i] = null_[i] ? nullptr : values_[i].c_str();
+        return params;
+    }
     PGconn* conn_;
     std::string name_;
     std::vector<std::string> values_;
     std::vector<bool> null_;
     PGresult* result_ = nullptr;
     int rows_ = 0, row_ = 0;
+    bool started_ = false;  // the first step was taken on the result
 };
 
 // Rows through COPY ... FROM STDIN in its text format, sent in batches of
@@ -270,6 +288,34 @@ public:
         return std::make_unique<PgStatement>(conn_, name, params);
     }
     void exec(const std::string& sql) override { run(conn_, sql.c_str()); }
+    void fetch(const std::vector<Statement*>& statements) override {
+        if (statements.size() < 2) return;  // one statement runs at its first step
+        if (PQenterPipelineMode(conn_) != 1) fail(conn_, nullptr);
+        bool sent = true;
+        for (Statement* s : statements) sent = sent && static_cast<PgStatement*>(s)->send();
+        sent = sent && PQpipelineSync(conn_) == 1;
+        // Every result is taken before the first failure is reported: the
+        // pipeline ends at its sync either way.
+        std::exception_ptr failure;
+        for (std::size_t i = 0; sent && i < statements.size(); ++i) {
+            PGresult* r = PQgetResult(conn_);
+            try {
+                if (!r) fail(conn_, nullptr);
+                static_cast<PgStatement*>(statements[i])->take(r);
+            } catch (...) {
+                if (!failure) failure = std::current_exception();
+            }
+            while (PGresult* extra = PQgetResult(conn_)) PQclear(extra);  // the end of this statement's results
+        }
+        while (PGresult* r = PQgetResult(conn_)) {
+            bool sync = PQresultStatus(r) == PGRES_PIPELINE_SYNC;
+            PQclear(r);
+            if (sync) break;
+        }
+        PQexitPipelineMode(conn_);
+        if (!sent) fail(conn_, nullptr);
+        if (failure) std::rethrow_exception(failure);
+    }
     std::unique_ptr<RowWriter> writeRows(const std::string& table, const std::vector<std::string>& columns,
                                          bool bulk) override {
         if (!bulk) return Connection::writeRows(table, columns, false);

@@ -539,9 +539,13 @@ void Repository::write(std::vector<UnitContent>& units) {
                     revisions[i] = 1;
                 }
             }
-            if (anyRestored)
+            if (anyRestored) {
+                // The rows stored before go, every table in one go.
+                std::string clear;
                 for (const Table& table : schema.tables())
-                    db_->exec("DELETE FROM " + table.name + " WHERE unit IN (SELECT id FROM restored)");
+                    clear += "DELETE FROM " + table.name + " WHERE unit IN (SELECT id FROM restored);\n";
+                db_->exec(clear);
+            }
             for (std::size_t ti = 0; ti < byTable.size(); ++ti) {
                 if (byTable[ti].empty()) continue;
                 const Table* table = &schema.tables()[ti];
@@ -639,60 +643,67 @@ void Repository::load(const std::vector<long long>& unitIDs, bool all, bool refr
     std::vector<std::pair<UnitKey, long>> loaded;
     try {
         Transaction t(*db_, false);
-        auto unitRows = [&](const std::string& select, const char* unitColumn, auto&& each) {
-            if (all) {
-                Statement& s = statement(select);
-                while (s.step()) each(s);
-                s.reset();
-            } else {
-                for (long long id : unitIDs) {
-                    Statement& s = statement(select + " WHERE " + unitColumn + " = ?");
-                    s.bindInt(0, id);
-                    while (s.step()) each(s);
-                    s.reset();
-                }
-            }
-        };
-        unitRows("SELECT " + unitColumns_ + " FROM units", "unit_id", [&](Statement& s) {
-            UnitInfo u = unitFrom(s);
-            loaded.emplace_back(u.key, u.revision);
-        });
-        for (const Table& table : schema.tables()) {
+        // A table's row: an object by identity with its values, or a link row
+        // that waits until its ends are live.
+        auto tableRow = [&](const Table& table, Statement& s) {
             int first = table.firstAttribute();
-            unitRows(table.selectAll, "unit", [&](Statement& s) {
-                if (!table.isLink) {
-                    const char* id = s.getText(Table::kId);
-                    const char* version = s.getText(Table::kVersion);
-                    ADObject* made = DSRegistration::create(table.className.c_str(), version, id);
-                    if (!made || made->isEmpty()) {
-                        delete made;
-                        refuse(errDamaged, "repository " + location_ + " holds an object of class " + table.className +
-                                               ", which no loaded component makes");
-                    }
-                    held.emplace_back(std::move(*made));
+            if (!table.isLink) {
+                const char* id = s.getText(Table::kId);
+                const char* version = s.getText(Table::kVersion);
+                ADObject* made = DSRegistration::create(table.className.c_str(), version, id);
+                if (!made || made->isEmpty()) {
                     delete made;
-                    _ADObject* o = held.back().impl();
-                    int c = first;
-                    for (const Column& col : table.columns) apply(o, col, read(s, c++), how);
-                    return;
+                    refuse(errDamaged, "repository " + location_ + " holds an object of class " + table.className +
+                                           ", which no loaded component makes");
                 }
-                auto row = std::make_unique<LinkRow>();
-                row->table = &table;
-                row->id = s.getText(Table::kId);
-                row->version = s.getText(Table::kVersion);
-                for (int end = 0; end < 2; ++end) {
-                    int base = end == 0 ? Table::kSourceClass : Table::kTargetClass;
-                    const Table* endTable = schema.table(s.getText(base));
-                    if (!endTable) refuse(errDamaged, "repository " + location_ + " names an unknown class " +
-                                                          s.getText(base) + " at a link end");
-                    row->endClass[end] = endTable->className.c_str();
-                    row->endID[end] = s.getText(base + 1);
-                    row->position[end] = static_cast<long>(s.getInt(base + 2));
+                held.emplace_back(std::move(*made));
+                delete made;
+                _ADObject* o = held.back().impl();
+                int c = first;
+                for (const Column& col : table.columns) apply(o, col, read(s, c++), how);
+                return;
+            }
+            auto row = std::make_unique<LinkRow>();
+            row->table = &table;
+            row->id = s.getText(Table::kId);
+            row->version = s.getText(Table::kVersion);
+            for (int end = 0; end < 2; ++end) {
+                int base = end == 0 ? Table::kSourceClass : Table::kTargetClass;
+                const Table* endTable = schema.table(s.getText(base));
+                if (!endTable) refuse(errDamaged, "repository " + location_ + " names an unknown class " +
+                                                      s.getText(base) + " at a link end");
+                row->endClass[end] = endTable->className.c_str();
+                row->endID[end] = s.getText(base + 1);
+                row->position[end] = static_cast<long>(s.getInt(base + 2));
+            }
+            for (int c = first; c < first + static_cast<int>(table.columns.size()); ++c)
+                row->values.push_back(read(s, c));
+            links.push_back(std::move(row));
+        };
+        // Every unit's rows (or one unit's), all tables in one round trip.
+        std::vector<long long> rounds = all ? std::vector<long long>{-1} : unitIDs;
+        for (long long id : rounds) {
+            auto bound = [&](const std::string& select, const char* unitColumn) -> Statement* {
+                if (id < 0) return &statement(select);
+                Statement& s = statement(select + " WHERE " + unitColumn + " = ?");
+                s.bindInt(0, id);
+                return &s;
+            };
+            std::vector<Statement*> batch{bound("SELECT " + unitColumns_ + " FROM units", "unit_id")};
+            for (const Table& table : schema.tables()) batch.push_back(bound(table.selectAll, "unit"));
+            db_->fetch(batch);
+            for (std::size_t i = 0; i < batch.size(); ++i) {
+                Statement& s = *batch[i];
+                while (s.step()) {
+                    if (i == 0) {
+                        UnitInfo u = unitFrom(s);
+                        loaded.emplace_back(u.key, u.revision);
+                    } else {
+                        tableRow(schema.tables()[i - 1], s);
+                    }
                 }
-                for (int c = first; c < first + static_cast<int>(table.columns.size()); ++c)
-                    row->values.push_back(read(s, c));
-                links.push_back(std::move(row));
-            });
+                s.reset();
+            }
         }
         t.commit();
     } catch (const SqlError& e) {

@@ -77,6 +77,10 @@ public:
     virtual Dialect dialect() const = 0;
     virtual std::unique_ptr<Statement> prepare(const std::string& sql) = 0;
     virtual void exec(const std::string& sql) = 0;
+    // Runs these bound statements, in one round trip where the database is a
+    // server; each then steps through its own rows. (A file's statements run
+    // as they are stepped: nothing to do.)
+    virtual void fetch(const std::vector<Statement*>& statements) { (void)statements; }
     // Rows into a table (quoted name and columns): a prepared INSERT per row,
     // or, where `bulk` pays and the database has it, its bulk path.
     virtual std::unique_ptr<RowWriter> writeRows(const std::string& table, const std::vector<std::string>& columns,
