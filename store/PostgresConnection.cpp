@@ -62,17 +62,22 @@ SqlFault faultOf(const char* state) {
     return SqlFault::Other;
 }
 
-// libpq's messages end in a newline and may span lines: one line for ours.
+// libpq's messages end in a newline and may span lines (a hint on an
+// indented line): one line for ours, its parts joined by "; ".
 std::string oneLine(const char* text) {
     std::string out;
+    bool broken = false;
     for (const char* p = text ? text : ""; *p; ++p) {
-        if (*p == '\n' || *p == '\t') {
-            if (!out.empty() && out.back() != ' ') out += ' ';
+        if (*p == '\n') {
+            broken = true;
+        } else if (broken && (*p == '\t' || *p == ' ')) {
+            continue;
         } else {
+            if (broken && !out.empty()) out += "; ";
+            broken = false;
             out += *p;
         }
     }
-    while (!out.empty() && out.back() == ' ') out.pop_back();
     return out.empty() ? "the server gave no reason" : out;
 }
 
