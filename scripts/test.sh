@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Builds everything and runs every test suite: a plain debug build (whose model
 # tests and short randomized runs then also run under valgrind memcheck), then
-# the AddressSanitizer + UndefinedBehaviorSanitizer build.
+# the AddressSanitizer + UndefinedBehaviorSanitizer build. The suites run beside
+# a throwaway PostgreSQL server (scripts/with-postgres.sh), so the store tests
+# run on both backends.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh
@@ -9,7 +11,7 @@ jobs="$(nproc)"
 for preset in debug sanitize; do
   cmake --preset "$preset" >/dev/null
   cmake --build --preset "$preset" -j"$jobs"
-  ctest --preset "$preset" -j"$jobs"
+  bash scripts/with-postgres.sh ctest --preset "$preset" -j"$jobs"
   if [ "$preset" = debug ]; then bash scripts/valgrind.sh build/debug; fi
 done
 # The installed package serves a separate client project, and the installed
