@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <exception>
+#include <deque>
 
 namespace krstore {
 
@@ -112,7 +112,8 @@ int numbered(const std::string& sql, std::string& out) {
             quote = c;
             out += c;
         } else if (c == '?') {
-            out += "$" + std::to_string(++n);
+            out += '$';
+            out += std::to_string(++n);
         } else {
             out += c;
         }
@@ -120,12 +121,40 @@ int numbered(const std::string& sql, std::string& out) {
     return n;
 }
 
+class PgStatement;
+
+// Statements sent together, in one round trip, whose results are taken in
+// order as each is first stepped: this program reads one table's rows while
+// the server sends the next. Anything else said on the connection first takes
+// what is still to come.
+class Pipeline {
+public:
+    explicit Pipeline(PGconn* conn) : conn_(conn) {}
+    void start(const std::vector<Statement*>& statements);
+    // Takes results up to and including this statement's.
+    void receive(PgStatement* statement);
+    // Takes every result still to come (each kept by its statement).
+    void settle() noexcept;
+
+private:
+    PGresult* next();
+    void close() noexcept;
+    PGconn* conn_;
+    std::deque<PgStatement*> queue_;
+    bool open_ = false;
+};
+
+// A statement runs unnamed the first time and is prepared on the server when
+// it runs again, so statements run once cost one round trip.
 class PgStatement final : public Statement {
 public:
-    PgStatement(PGconn* conn, std::string name, int params)
-        : conn_(conn), name_(std::move(name)), values_(static_cast<std::size_t>(params)),
-          null_(static_cast<std::size_t>(params), true) {}
-    ~PgStatement() override { PQclear(result_); }
+    PgStatement(PGconn* conn, Pipeline& pipeline, std::string sql, std::string name, int params)
+        : conn_(conn), pipeline_(pipeline), sql_(std::move(sql)), name_(std::move(name)),
+          values_(static_cast<std::size_t>(params)), null_(static_cast<std::size_t>(params), true) {}
+    ~PgStatement() override {
+        if (awaiting_) pipeline_.settle();
+        PQclear(result_);
+    }
 
     void bindNull(int i) override { null_.at(static_cast<std::size_t>(i)) = true; }
     void bindInt(int i, long long value) override { bindText(i, std::to_string(value)); }
@@ -134,23 +163,39 @@ public:
         null_[static_cast<std::size_t>(i)] = false;
     }
     bool step() override {
-        if (!result_) {
+        if (awaiting_) {
+            pipeline_.receive(this);
+        } else if (!result_) {
+            pipeline_.settle();
             std::vector<const char*> params = parameters();
-            take(PQexecPrepared(conn_, name_.c_str(), static_cast<int>(params.size()), params.data(), nullptr, nullptr, 0));
+            int n = static_cast<int>(params.size());
+            if (!prepared_ && runs_ > 0) {
+                PGresult* r = PQprepare(conn_, name_.c_str(), sql_.c_str(), n, nullptr);
+                if (PQresultStatus(r) != PGRES_COMMAND_OK) fail(conn_, r);
+                PQclear(r);
+                prepared_ = true;
+            }
+            ++runs_;
+            take(prepared_ ? PQexecPrepared(conn_, name_.c_str(), n, params.data(), nullptr, nullptr, 0)
+                           : PQexecParams(conn_, sql_.c_str(), n, nullptr, params.data(), nullptr, nullptr, 0));
         } else if (started_) {
             ++row_;
         }
         started_ = true;
         return row_ < rows_;
     }
-    // Sends the statement in a pipeline; its result comes to take().
+    // Sends the statement in a pipeline; its result comes later to take().
     bool send() {
         std::vector<const char*> params = parameters();
-        return PQsendQueryPrepared(conn_, name_.c_str(), static_cast<int>(params.size()), params.data(), nullptr,
-                                   nullptr, 0) == 1;
+        int n = static_cast<int>(params.size());
+        ++runs_;
+        awaiting_ = true;
+        return (prepared_ ? PQsendQueryPrepared(conn_, name_.c_str(), n, params.data(), nullptr, nullptr, 0)
+                          : PQsendQueryParams(conn_, sql_.c_str(), n, nullptr, params.data(), nullptr, nullptr, 0)) == 1;
     }
     // The statement's result: its rows are stepped through from the first.
     void take(PGresult* r) {
+        awaiting_ = false;
         ExecStatusType st = PQresultStatus(r);
         if (st != PGRES_TUPLES_OK && st != PGRES_COMMAND_OK) fail(conn_, r);
         PQclear(result_);
@@ -160,13 +205,16 @@ public:
         started_ = false;
     }
     void reset() override {
+        if (awaiting_) pipeline_.settle();
         PQclear(result_);
         result_ = nullptr;
         rows_ = row_ = 0;
         std::fill(null_.begin(), null_.end(), true);
     }
     bool isNull(int column) override { return !result_ || PQgetisnull(result_, row_, column); }
-    long long getInt(int column) override { return isNull(column) ? 0 : std::strtoll(PQgetvalue(result_, row_, column), nullptr, 10); }
+    long long getInt(int column) override {
+        return isNull(column) ? 0 : std::strtoll(PQgetvalue(result_, row_, column), nullptr, 10);
+    }
     const char* getText(int column) override { return isNull(column) ? nullptr : PQgetvalue(result_, row_, column); }
 
 private:
@@ -176,13 +224,82 @@ private:
         return params;
     }
     PGconn* conn_;
-    std::string name_;
+    Pipeline& pipeline_;
+    std::string sql_, name_;
     std::vector<std::string> values_;
     std::vector<bool> null_;
     PGresult* result_ = nullptr;
     int rows_ = 0, row_ = 0;
-    bool started_ = false;  // the first step was taken on the result
+    long runs_ = 0;
+    bool prepared_ = false;
+    bool started_ = false;   // the first step was taken on the result
+    bool awaiting_ = false;  // sent in a pipeline, its result not taken yet
 };
+
+void Pipeline::start(const std::vector<Statement*>& statements) {
+    settle();
+    if (PQenterPipelineMode(conn_) != 1) fail(conn_, nullptr);
+    open_ = true;
+    for (Statement* s : statements) {
+        auto* p = static_cast<PgStatement*>(s);
+        queue_.push_back(p);
+        if (!p->send()) {
+            settle();
+            fail(conn_, nullptr);
+        }
+    }
+    if (PQpipelineSync(conn_) != 1) {
+        settle();
+        fail(conn_, nullptr);
+    }
+}
+
+PGresult* Pipeline::next() {
+    queue_.pop_front();
+    PGresult* r = PQgetResult(conn_);
+    // The end of this statement's results.
+    while (PGresult* extra = PQgetResult(conn_)) PQclear(extra);
+    if (queue_.empty()) close();
+    return r;
+}
+
+void Pipeline::receive(PgStatement* statement) {
+    while (!queue_.empty()) {
+        PgStatement* p = queue_.front();
+        PGresult* r = next();
+        try {
+            p->take(r);
+        } catch (...) {
+            settle();
+            throw;
+        }
+        if (p == statement) return;
+    }
+}
+
+void Pipeline::settle() noexcept {
+    while (!queue_.empty()) {
+        PgStatement* p = queue_.front();
+        PGresult* r = next();
+        try {
+            p->take(r);
+        } catch (...) {
+            // A failure is told by the statement that was stepped.
+        }
+    }
+    close();
+}
+
+void Pipeline::close() noexcept {
+    if (!open_) return;
+    open_ = false;
+    while (PGresult* r = PQgetResult(conn_)) {
+        bool sync = PQresultStatus(r) == PGRES_PIPELINE_SYNC;
+        PQclear(r);
+        if (sync) break;
+    }
+    PQexitPipelineMode(conn_);
+}
 
 // Rows through COPY ... FROM STDIN in its text format, sent in batches of
 // about 256 kB; the server reports a refused row when the copy ends.
@@ -263,6 +380,7 @@ class PgConnection final : public Connection {
 public:
     explicit PgConnection(const std::string& url) : where_(withoutPassword(url)) {
         conn_ = PQconnectdb(url.c_str());
+        pipeline_ = Pipeline(conn_);
         if (!conn_ || PQstatus(conn_) != CONNECTION_OK) {
             std::string text = oneLine(conn_ ? PQerrorMessage(conn_) : "out of memory");
             PQfinish(conn_);
@@ -280,56 +398,38 @@ public:
             throw;
         }
     }
-    ~PgConnection() override { PQfinish(conn_); }
+    ~PgConnection() override {
+        pipeline_.settle();
+        statements_.clear();
+        PQfinish(conn_);
+    }
 
     Dialect dialect() const override { return Dialect::Postgres; }
     std::unique_ptr<Statement> prepare(const std::string& sql) override {
         std::string text;
         int params = numbered(sql, text);
-        std::string name = "k" + std::to_string(++prepared_);
-        PGresult* r = PQprepare(conn_, name.c_str(), text.c_str(), 0, nullptr);
-        if (PQresultStatus(r) != PGRES_COMMAND_OK) fail(conn_, r);
-        PQclear(r);
-        return std::make_unique<PgStatement>(conn_, name, params);
+        std::string name = std::to_string(++prepared_);
+        name.insert(name.begin(), 'k');
+        return std::make_unique<PgStatement>(conn_, pipeline_, std::move(text), std::move(name), params);
     }
-    void exec(const std::string& sql) override { run(conn_, sql.c_str()); }
+    void exec(const std::string& sql) override {
+        pipeline_.settle();
+        run(conn_, sql.c_str());
+    }
     void fetch(const std::vector<Statement*>& statements) override {
-        if (statements.size() < 2) return;  // one statement runs at its first step
-        if (PQenterPipelineMode(conn_) != 1) fail(conn_, nullptr);
-        bool sent = true;
-        for (Statement* s : statements) sent = sent && static_cast<PgStatement*>(s)->send();
-        sent = sent && PQpipelineSync(conn_) == 1;
-        // Every result is taken before the first failure is reported: the
-        // pipeline ends at its sync either way.
-        std::exception_ptr failure;
-        for (std::size_t i = 0; sent && i < statements.size(); ++i) {
-            PGresult* r = PQgetResult(conn_);
-            try {
-                if (!r) fail(conn_, nullptr);
-                static_cast<PgStatement*>(statements[i])->take(r);
-            } catch (...) {
-                if (!failure) failure = std::current_exception();
-            }
-            while (PGresult* extra = PQgetResult(conn_)) PQclear(extra);  // the end of this statement's results
-        }
-        while (PGresult* r = PQgetResult(conn_)) {
-            bool sync = PQresultStatus(r) == PGRES_PIPELINE_SYNC;
-            PQclear(r);
-            if (sync) break;
-        }
-        PQexitPipelineMode(conn_);
-        if (!sent) fail(conn_, nullptr);
-        if (failure) std::rethrow_exception(failure);
+        if (statements.size() > 1) pipeline_.start(statements);  // one statement runs at its first step
     }
     std::unique_ptr<RowWriter> writeRows(const std::string& table, const std::vector<std::string>& columns,
                                          bool bulk) override {
         if (!bulk) return Connection::writeRows(table, columns, false);
+        pipeline_.settle();
         return std::make_unique<CopyWriter>(conn_, table, columns);
     }
     void beginWrite() override { exec("BEGIN"); }
     void beginRead() override { exec("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"); }
     void commit() override { exec("COMMIT"); }
     void rollback() noexcept override {
+        pipeline_.settle();
         PGTransactionStatusType st = PQtransactionStatus(conn_);
         if (st == PQTRANS_INTRANS || st == PQTRANS_INERROR) PQclear(PQexec(conn_, "ROLLBACK"));
     }
@@ -408,6 +508,7 @@ private:
         s.reset();
     }
     PGconn* conn_ = nullptr;
+    Pipeline pipeline_{nullptr};
     std::string where_;
     bool readOnly_ = false;
     long prepared_ = 0;
