@@ -4,16 +4,16 @@
 // same rows sent with one plain COPY per table in one transaction, and the
 // same rows read with one plain SELECT per table. The server is the one named
 // by KRMWTARN_TEST_PG (scripts/bench.sh starts one with scripts/with-postgres.sh).
-#include "store/Repository.h"
-#include "store/Schema.h"
-#include "tests/store/LargestModel.h"
-
 #include <benchmark/benchmark.h>
 #include <libpq-fe.h>
 
 #include <cstdlib>
 #include <string>
 #include <vector>
+
+#include "store/Repository.h"
+#include "store/Schema.h"
+#include "tests/store/LargestModel.h"
 
 namespace {
 
@@ -37,7 +37,8 @@ void run(PGconn* conn, const std::string& sql) {
 // A fresh schema with the repository's tables and nothing stored.
 void freshRepository(const std::string& schema) {
     PGconn* conn = PQconnectdb(server());
-    run(conn, "SET client_min_messages = warning; DROP SCHEMA IF EXISTS " + schema + " CASCADE; CREATE SCHEMA " + schema);
+    run(conn,
+        "SET client_min_messages = warning; DROP SCHEMA IF EXISTS " + schema + " CASCADE; CREATE SCHEMA " + schema);
     PQfinish(conn);
     krstore::Repository::open(inSchema(schema));
 }
@@ -82,8 +83,10 @@ const std::vector<TableRows>& modelRows() {
                     row.push_back(PQgetisnull(t.result, r, c) ? nullptr : PQgetvalue(t.result, r, c));
                 t.rows.push_back(std::move(row));
             }
-            if (t.rows.empty()) PQclear(t.result);
-            else tables.push_back(std::move(t));
+            if (t.rows.empty())
+                PQclear(t.result);
+            else
+                tables.push_back(std::move(t));
         }
         PQfinish(conn);
         return tables;
@@ -94,8 +97,8 @@ const std::vector<TableRows>& modelRows() {
 void counters(benchmark::State& state) {
     state.counters["objects"] = kObjects;
     state.counters["links"] = kLinks;
-    state.counters["objects_per_s"] = benchmark::Counter(static_cast<double>(kObjects + kLinks) * state.iterations(),
-                                                         benchmark::Counter::kIsRate);
+    state.counters["objects_per_s"] =
+        benchmark::Counter(static_cast<double>(kObjects + kLinks) * state.iterations(), benchmark::Counter::kIsRate);
 }
 
 bool haveServer(benchmark::State& state) {
@@ -146,11 +149,20 @@ void StorePostgres_Baseline(benchmark::State& state) {
                     }
                     for (const char* p = row[c]; *p; ++p) {
                         switch (*p) {
-                            case '\\': buffer += "\\\\"; break;
-                            case '\t': buffer += "\\t"; break;
-                            case '\n': buffer += "\\n"; break;
-                            case '\r': buffer += "\\r"; break;
-                            default: buffer += *p;
+                            case '\\':
+                                buffer += "\\\\";
+                                break;
+                            case '\t':
+                                buffer += "\\t";
+                                break;
+                            case '\n':
+                                buffer += "\\n";
+                                break;
+                            case '\r':
+                                buffer += "\\r";
+                                break;
+                            default:
+                                buffer += *p;
                         }
                     }
                 }
@@ -184,7 +196,8 @@ void RetrievePostgres(benchmark::State& state) {
         auto repository = krstore::Repository::open(url);
         repository->retrieveAll();
         state.PauseTiming();
-        if (DSRegistrar::count() != static_cast<size_t>(kObjects + kLinks)) state.SkipWithError("not every object came back");
+        if (DSRegistrar::count() != static_cast<size_t>(kObjects + kLinks))
+            state.SkipWithError("not every object came back");
         repository.reset();
         DSRegistrar::releaseAll();
         state.ResumeTiming();

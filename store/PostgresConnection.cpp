@@ -4,14 +4,14 @@
 // advisory locks, and unit locks tied to the server session that took them
 // (a session-level advisory lock as the mark, dropped by the server when the
 // session ends). SQLSTATEs are sorted into the faults of Sql.h.
-#include "store/Sql.h"
-
 #include <libpq-fe.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <deque>
+
+#include "store/Sql.h"
 
 namespace krstore {
 
@@ -149,8 +149,12 @@ private:
 class PgStatement final : public Statement {
 public:
     PgStatement(PGconn* conn, Pipeline& pipeline, std::string sql, std::string name, int params)
-        : conn_(conn), pipeline_(pipeline), sql_(std::move(sql)), name_(std::move(name)),
-          values_(static_cast<std::size_t>(params)), null_(static_cast<std::size_t>(params), true) {}
+        : conn_(conn),
+          pipeline_(pipeline),
+          sql_(std::move(sql)),
+          name_(std::move(name)),
+          values_(static_cast<std::size_t>(params)),
+          null_(static_cast<std::size_t>(params), true) {}
     ~PgStatement() override {
         if (awaiting_) pipeline_.settle();
         PQclear(result_);
@@ -190,8 +194,9 @@ public:
         int n = static_cast<int>(params.size());
         ++runs_;
         awaiting_ = true;
-        return (prepared_ ? PQsendQueryPrepared(conn_, name_.c_str(), n, params.data(), nullptr, nullptr, 0)
-                          : PQsendQueryParams(conn_, sql_.c_str(), n, nullptr, params.data(), nullptr, nullptr, 0)) == 1;
+        return (prepared_
+                    ? PQsendQueryPrepared(conn_, name_.c_str(), n, params.data(), nullptr, nullptr, 0)
+                    : PQsendQueryParams(conn_, sql_.c_str(), n, nullptr, params.data(), nullptr, nullptr, 0)) == 1;
     }
     // The statement's result: its rows are stepped through from the first.
     void take(PGresult* r) {
@@ -328,11 +333,20 @@ public:
         f.clear();
         for (char c : value) {
             switch (c) {
-                case '\\': f += "\\\\"; break;
-                case '\t': f += "\\t"; break;
-                case '\n': f += "\\n"; break;
-                case '\r': f += "\\r"; break;
-                default: f += c;
+                case '\\':
+                    f += "\\\\";
+                    break;
+                case '\t':
+                    f += "\\t";
+                    break;
+                case '\n':
+                    f += "\\n";
+                    break;
+                case '\r':
+                    f += "\\r";
+                    break;
+                default:
+                    f += c;
             }
         }
         null_[static_cast<std::size_t>(i)] = false;
@@ -340,8 +354,10 @@ public:
     void endRow() override {
         for (std::size_t i = 0; i < fields_.size(); ++i) {
             if (i) buffer_ += '\t';
-            if (null_[i]) buffer_ += "\\N";
-            else buffer_ += fields_[i];
+            if (null_[i])
+                buffer_ += "\\N";
+            else
+                buffer_ += fields_[i];
             null_[i] = true;
         }
         buffer_ += '\n';
@@ -353,8 +369,10 @@ public:
         if (PQputCopyEnd(conn_, nullptr) != 1) fail(conn_, nullptr);
         PGresult* failed = nullptr;
         while (PGresult* r = PQgetResult(conn_)) {
-            if (PQresultStatus(r) != PGRES_COMMAND_OK && !failed) failed = r;
-            else PQclear(r);
+            if (PQresultStatus(r) != PGRES_COMMAND_OK && !failed)
+                failed = r;
+            else
+                PQclear(r);
         }
         if (failed) fail(conn_, failed);
     }
@@ -448,15 +466,17 @@ public:
     }
     const std::string& where() const override { return where_; }
     bool isEmpty() override {
-        return intOf("SELECT count(*) FROM pg_class c JOIN pg_namespace n ON n.oid = c.relnamespace"
-                     " WHERE n.nspname = current_schema() AND c.relkind IN ('r', 'p', 'v', 'm', 'f')") == 0;
+        return intOf(
+                   "SELECT count(*) FROM pg_class c JOIN pg_namespace n ON n.oid = c.relnamespace"
+                   " WHERE n.nspname = current_schema() AND c.relkind IN ('r', 'p', 'v', 'm', 'f')") == 0;
     }
     int schemaVersion() override {
         if (!hasMeta()) return 0;
         return static_cast<int>(intOf("SELECT value::integer FROM repository_meta WHERE key = 'schema_version'"));
     }
     bool isRepository() override {
-        return hasMeta() && intOf("SELECT count(*) FROM repository_meta WHERE key = 'application' AND value = 'KRMWTARN'") == 1;
+        return hasMeta() &&
+               intOf("SELECT count(*) FROM repository_meta WHERE key = 'application' AND value = 'KRMWTARN'") == 1;
     }
     void markRepository(int version) override {
         exec("INSERT INTO repository_meta VALUES ('application', 'KRMWTARN'), ('schema_version', '" +
@@ -467,12 +487,15 @@ public:
 
     long session() override { return PQbackendPID(conn_); }
     void holdMark(long long unit) override { markCall("SELECT pg_advisory_lock_shared(?::integer, ?::integer)", unit); }
-    void dropMark(long long unit) override { markCall("SELECT pg_advisory_unlock_shared(?::integer, ?::integer)", unit); }
+    void dropMark(long long unit) override {
+        markCall("SELECT pg_advisory_unlock_shared(?::integer, ?::integer)", unit);
+    }
     bool holdsMark(long session, long long unit) override {
         auto& s = cached(
             "SELECT count(*) FROM pg_locks WHERE locktype = 'advisory' AND database ="
             " (SELECT oid FROM pg_database WHERE datname = current_database())"
-            " AND classid = ?::bigint::oid AND objid = ?::bigint::oid AND objsubid = 2 AND pid = ?::integer AND granted");
+            " AND classid = ?::bigint::oid AND objid = ?::bigint::oid AND objsubid = 2 AND pid = ?::integer AND "
+            "granted");
         s.bindInt(0, markSpace());
         s.bindInt(1, unit);
         s.bindInt(2, session);

@@ -5,11 +5,6 @@
 // released after each test; the probe program runs as a second process.
 #pragma once
 
-#include "store/Repository.h"
-#include "store/Sql.h"
-#include "tests/store/StoreSupport.h"
-#include "tools/sample/SampleModel.h"
-
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -17,6 +12,11 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+
+#include "store/Repository.h"
+#include "store/Sql.h"
+#include "tests/store/StoreSupport.h"
+#include "tools/sample/SampleModel.h"
 
 enum class Backend { Sqlite, Postgres };
 
@@ -103,6 +103,5 @@ protected:
 };
 
 // Suites whose every test holds on both backends.
-#define STORE_ON_BOTH_BACKENDS(Suite)                                                                     \
-    INSTANTIATE_TEST_SUITE_P(Backends, Suite, ::testing::Values(Backend::Sqlite, Backend::Postgres), \
-                             backendName)
+#define STORE_ON_BOTH_BACKENDS(Suite) \
+    INSTANTIATE_TEST_SUITE_P(Backends, Suite, ::testing::Values(Backend::Sqlite, Backend::Postgres), backendName)
