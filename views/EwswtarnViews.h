@@ -29,5 +29,9 @@ struct EwswtarnView {
     const char* rootClass;
 };
 
-constexpr int ewswtarnViewCount = 38;
+// The rows of ViewCatalog.def.
+constexpr int ewswtarnViewCount = 0
+#define EWSWTARN_VIEW(NAME, ROOT) +1
+#include "views/ViewCatalog.def"
+    ;
 extern const EwswtarnView ewswtarnViews[ewswtarnViewCount];

@@ -4,8 +4,6 @@
 #include "model/links/DSLinks.h"
 
 #define KR_CLASS DSArea
-#define KR_BASE _ADObject
-#define KR_HANDLE_BASE ADObject
 #define KR_ROWS "model/dbd/DSArea.def"
 #include "model/framework/ObjectDefinitions.inc"
 

@@ -1,20 +1,18 @@
 // DSArea.h — an area of a DEDB, hung off a DSDSColl link through DSHasArea.
-// The class's attributes and roles are its rows in DSArea.def; each row gives a
-// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
-// accessors (roles), a table row and a change bit, in row order.
+// Its superclass is its row in classes.def; its attributes and roles are its
+// rows in DSArea.def: each row gives a member, _get_/_set_ accessors
+// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
+// and a change bit, in row order.
 #pragma once
 
 #include "model/framework/ObjectClass.h"
 #include "model/framework/ObjectClass.h"
 
-#define KR_ROWS "model/dbd/DSArea.def"
-#include "model/framework/ForwardDeclare.inc"
+KR_DECLARE_HANDLE(DSArea)
 
-KR_DECLARE_HANDLE(DSArea, ADObject)
-
-class _DSArea : public _ADObject {
+class _DSArea : public kr::SuperImpl<DSArea> {
 #define KR_CLASS DSArea
-#define KR_BASE _ADObject
+#define KR_ROWS "model/dbd/DSArea.def"
 #include "model/framework/ObjectBody.inc"
 
     // Declared operations without behaviour in this model: they change

@@ -4,8 +4,6 @@
 #include "model/links/DSLinks.h"
 
 #define KR_CLASS DSDBD
-#define KR_BASE _DSTechnologyObject
-#define KR_HANDLE_BASE DSTechnologyObject
 #define KR_ROWS "model/dbd/DSDBD.def"
 #include "model/framework/ObjectDefinitions.inc"
 

@@ -1,20 +1,18 @@
 // DSDBD.h — a database description of the TARN database manager: its name, version, access method, segments, DD names, exits and the PCBs based on it.
-// The class's attributes and roles are its rows in DSDBD.def; each row gives a
-// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
-// accessors (roles), a table row and a change bit, in row order.
+// Its superclass is its row in classes.def; its attributes and roles are its
+// rows in DSDBD.def: each row gives a member, _get_/_set_ accessors
+// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
+// and a change bit, in row order.
 #pragma once
 
 #include "model/framework/ObjectClass.h"
 #include "platform/techobj/DSTechnologyObject.h"
 
-#define KR_ROWS "model/dbd/DSDBD.def"
-#include "model/framework/ForwardDeclare.inc"
+KR_DECLARE_HANDLE(DSDBD)
 
-KR_DECLARE_HANDLE(DSDBD, DSTechnologyObject)
-
-class _DSDBD : public _DSTechnologyObject {
+class _DSDBD : public kr::SuperImpl<DSDBD> {
 #define KR_CLASS DSDBD
-#define KR_BASE _DSTechnologyObject
+#define KR_ROWS "model/dbd/DSDBD.def"
 #include "model/framework/ObjectBody.inc"
 
     // Declared operations without behaviour in this model: they change

@@ -1,20 +1,18 @@
 // DSDBDaccess.h — the access method of a DBD, tied to it by DSDefinedByAccess; the base of the five access types.
-// The class's attributes and roles are its rows in DSDBDaccess.def; each row gives a
-// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
-// accessors (roles), a table row and a change bit, in row order.
+// Its superclass is its row in classes.def; its attributes and roles are its
+// rows in DSDBDaccess.def: each row gives a member, _get_/_set_ accessors
+// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
+// and a change bit, in row order.
 #pragma once
 
 #include "model/framework/ObjectClass.h"
 #include "model/framework/ObjectClass.h"
 
-#define KR_ROWS "model/dbd/DSDBDaccess.def"
-#include "model/framework/ForwardDeclare.inc"
+KR_DECLARE_HANDLE(DSDBDaccess)
 
-KR_DECLARE_HANDLE(DSDBDaccess, ADObject)
-
-class _DSDBDaccess : public _ADObject {
+class _DSDBDaccess : public kr::SuperImpl<DSDBDaccess> {
 #define KR_CLASS DSDBDaccess
-#define KR_BASE _ADObject
+#define KR_ROWS "model/dbd/DSDBDaccess.def"
 #include "model/framework/ObjectBody.inc"
 
     // Declared operations without behaviour in this model: they change

@@ -4,8 +4,6 @@
 #include "model/links/DSLinks.h"
 
 #define KR_CLASS DSDBDdedb
-#define KR_BASE _DSDBDaccess
-#define KR_HANDLE_BASE DSDBDaccess
 #define KR_ROWS "model/dbd/DSDBDdedb.def"
 #include "model/framework/ObjectDefinitions.inc"
 

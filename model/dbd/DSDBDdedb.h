@@ -1,20 +1,18 @@
 // DSDBDdedb.h — the DEDB access type (data entry database).
-// The class's attributes and roles are its rows in DSDBDdedb.def; each row gives a
-// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
-// accessors (roles), a table row and a change bit, in row order.
+// Its superclass is its row in classes.def; its attributes and roles are its
+// rows in DSDBDdedb.def: each row gives a member, _get_/_set_ accessors
+// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
+// and a change bit, in row order.
 #pragma once
 
 #include "model/framework/ObjectClass.h"
 #include "model/dbd/DSDBDaccess.h"
 
-#define KR_ROWS "model/dbd/DSDBDdedb.def"
-#include "model/framework/ForwardDeclare.inc"
+KR_DECLARE_HANDLE(DSDBDdedb)
 
-KR_DECLARE_HANDLE(DSDBDdedb, DSDBDaccess)
-
-class _DSDBDdedb : public _DSDBDaccess {
+class _DSDBDdedb : public kr::SuperImpl<DSDBDdedb> {
 #define KR_CLASS DSDBDdedb
-#define KR_BASE _DSDBDaccess
+#define KR_ROWS "model/dbd/DSDBDdedb.def"
 #include "model/framework/ObjectBody.inc"
 
     // Declared operations without behaviour in this model: they change

@@ -4,8 +4,6 @@
 #include "model/links/DSLinks.h"
 
 #define KR_CLASS DSDBDhdam
-#define KR_BASE _DSDBDdedb
-#define KR_HANDLE_BASE DSDBDdedb
 #define KR_ROWS "model/dbd/DSDBDhdam.def"
 #include "model/framework/ObjectDefinitions.inc"
 

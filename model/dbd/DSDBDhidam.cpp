@@ -4,8 +4,6 @@
 #include "model/links/DSLinks.h"
 
 #define KR_CLASS DSDBDhidam
-#define KR_BASE _DSDBDaccess
-#define KR_HANDLE_BASE DSDBDaccess
 #define KR_ROWS "model/dbd/DSDBDhidam.def"
 #include "model/framework/ObjectDefinitions.inc"
 

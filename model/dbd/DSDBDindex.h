@@ -1,23 +1,21 @@
 // DSDBDindex.h — the INDEX access type: an index DBD, as primary or secondary index, shared among index DBDs.
-// The class's attributes and roles are its rows in DSDBDindex.def; each row gives a
-// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
-// accessors (roles), a table row and a change bit, in row order.
+// Its superclass is its row in classes.def; its attributes and roles are its
+// rows in DSDBDindex.def: each row gives a member, _get_/_set_ accessors
+// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
+// and a change bit, in row order.
 #pragma once
 
 #include "model/framework/ObjectClass.h"
 #include "model/dbd/DSDBDaccess.h"
 
-#define KR_ROWS "model/dbd/DSDBDindex.def"
-#include "model/framework/ForwardDeclare.inc"
-
 class DSDBD;
 class DSSegmentComplex;
 
-KR_DECLARE_HANDLE(DSDBDindex, DSDBDaccess)
+KR_DECLARE_HANDLE(DSDBDindex)
 
-class _DSDBDindex : public _DSDBDaccess {
+class _DSDBDindex : public kr::SuperImpl<DSDBDindex> {
 #define KR_CLASS DSDBDindex
-#define KR_BASE _DSDBDaccess
+#define KR_ROWS "model/dbd/DSDBDindex.def"
 #include "model/framework/ObjectBody.inc"
 
     // Declared operations without behaviour in this model: they change

@@ -1,20 +1,18 @@
 // DSDBDmsdb.h — the MSDB access type (main storage database).
-// The class's attributes and roles are its rows in DSDBDmsdb.def; each row gives a
-// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
-// accessors (roles), a table row and a change bit, in row order.
+// Its superclass is its row in classes.def; its attributes and roles are its
+// rows in DSDBDmsdb.def: each row gives a member, _get_/_set_ accessors
+// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
+// and a change bit, in row order.
 #pragma once
 
 #include "model/framework/ObjectClass.h"
 #include "model/dbd/DSDBDaccess.h"
 
-#define KR_ROWS "model/dbd/DSDBDmsdb.def"
-#include "model/framework/ForwardDeclare.inc"
+KR_DECLARE_HANDLE(DSDBDmsdb)
 
-KR_DECLARE_HANDLE(DSDBDmsdb, DSDBDaccess)
-
-class _DSDBDmsdb : public _DSDBDaccess {
+class _DSDBDmsdb : public kr::SuperImpl<DSDBDmsdb> {
 #define KR_CLASS DSDBDmsdb
-#define KR_BASE _DSDBDaccess
+#define KR_ROWS "model/dbd/DSDBDmsdb.def"
 #include "model/framework/ObjectBody.inc"
 
     // Declared operations without behaviour in this model: they change

@@ -1,20 +1,18 @@
 // DSSegment.h — a segment: one record type in the hierarchy of a DBD, with its fields, exits, compression routine and physical parent and children.
-// The class's attributes and roles are its rows in DSSegment.def; each row gives a
-// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
-// accessors (roles), a table row and a change bit, in row order.
+// Its superclass is its row in classes.def; its attributes and roles are its
+// rows in DSSegment.def: each row gives a member, _get_/_set_ accessors
+// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
+// and a change bit, in row order.
 #pragma once
 
 #include "model/framework/ObjectClass.h"
 #include "model/framework/ObjectClass.h"
 
-#define KR_ROWS "model/dbd/DSSegment.def"
-#include "model/framework/ForwardDeclare.inc"
+KR_DECLARE_HANDLE(DSSegment)
 
-KR_DECLARE_HANDLE(DSSegment, ADObject)
-
-class _DSSegment : public _ADObject {
+class _DSSegment : public kr::SuperImpl<DSSegment> {
 #define KR_CLASS DSSegment
-#define KR_BASE _ADObject
+#define KR_ROWS "model/dbd/DSSegment.def"
 #include "model/framework/ObjectBody.inc"
 
     // Declared operations without behaviour in this model: they change

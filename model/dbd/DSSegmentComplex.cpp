@@ -4,8 +4,6 @@
 #include "model/links/DSLinks.h"
 
 #define KR_CLASS DSSegmentComplex
-#define KR_BASE _DSSegment
-#define KR_HANDLE_BASE DSSegment
 #define KR_ROWS "model/dbd/DSSegmentComplex.def"
 #include "model/framework/ObjectDefinitions.inc"
 

@@ -1,20 +1,18 @@
 // DSSegmentComplex.h — the segment of the full-function access types: logical relationships, secondary indexes and a dataset.
-// The class's attributes and roles are its rows in DSSegmentComplex.def; each row gives a
-// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
-// accessors (roles), a table row and a change bit, in row order.
+// Its superclass is its row in classes.def; its attributes and roles are its
+// rows in DSSegmentComplex.def: each row gives a member, _get_/_set_ accessors
+// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
+// and a change bit, in row order.
 #pragma once
 
 #include "model/framework/ObjectClass.h"
 #include "model/dbd/DSSegment.h"
 
-#define KR_ROWS "model/dbd/DSSegmentComplex.def"
-#include "model/framework/ForwardDeclare.inc"
+KR_DECLARE_HANDLE(DSSegmentComplex)
 
-KR_DECLARE_HANDLE(DSSegmentComplex, DSSegment)
-
-class _DSSegmentComplex : public _DSSegment {
+class _DSSegmentComplex : public kr::SuperImpl<DSSegmentComplex> {
 #define KR_CLASS DSSegmentComplex
-#define KR_BASE _DSSegment
+#define KR_ROWS "model/dbd/DSSegmentComplex.def"
 #include "model/framework/ObjectBody.inc"
 
     // Declared operations without behaviour in this model: they change

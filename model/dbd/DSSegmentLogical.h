@@ -1,20 +1,18 @@
 // DSSegmentLogical.h — a segment of a logical database, built from ordered source segments.
-// The class's attributes and roles are its rows in DSSegmentLogical.def; each row gives a
-// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
-// accessors (roles), a table row and a change bit, in row order.
+// Its superclass is its row in classes.def; its attributes and roles are its
+// rows in DSSegmentLogical.def: each row gives a member, _get_/_set_ accessors
+// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
+// and a change bit, in row order.
 #pragma once
 
 #include "model/framework/ObjectClass.h"
 #include "model/dbd/DSSegment.h"
 
-#define KR_ROWS "model/dbd/DSSegmentLogical.def"
-#include "model/framework/ForwardDeclare.inc"
+KR_DECLARE_HANDLE(DSSegmentLogical)
 
-KR_DECLARE_HANDLE(DSSegmentLogical, DSSegment)
-
-class _DSSegmentLogical : public _DSSegment {
+class _DSSegmentLogical : public kr::SuperImpl<DSSegmentLogical> {
 #define KR_CLASS DSSegmentLogical
-#define KR_BASE _DSSegment
+#define KR_ROWS "model/dbd/DSSegmentLogical.def"
 #include "model/framework/ObjectBody.inc"
 
     // Declared operations without behaviour in this model: they change

@@ -1,20 +1,18 @@
 // DSTARNDataset.h — a dataset of a full-function database, hung off a DSDSColl link through DSHasDataset.
-// The class's attributes and roles are its rows in DSTARNDataset.def; each row gives a
-// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
-// accessors (roles), a table row and a change bit, in row order.
+// Its superclass is its row in classes.def; its attributes and roles are its
+// rows in DSTARNDataset.def: each row gives a member, _get_/_set_ accessors
+// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
+// and a change bit, in row order.
 #pragma once
 
 #include "model/framework/ObjectClass.h"
 #include "model/framework/ObjectClass.h"
 
-#define KR_ROWS "model/dbd/DSTARNDataset.def"
-#include "model/framework/ForwardDeclare.inc"
+KR_DECLARE_HANDLE(DSTARNDataset)
 
-KR_DECLARE_HANDLE(DSTARNDataset, ADObject)
-
-class _DSTARNDataset : public _ADObject {
+class _DSTARNDataset : public kr::SuperImpl<DSTARNDataset> {
 #define KR_CLASS DSTARNDataset
-#define KR_BASE _ADObject
+#define KR_ROWS "model/dbd/DSTARNDataset.def"
 #include "model/framework/ObjectBody.inc"
 
     // Declared operations without behaviour in this model: they change

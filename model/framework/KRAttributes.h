@@ -1,8 +1,11 @@
-// KRAttributes.h — the value types an attribute row may have and the one setter
-// algorithm every attribute of every class uses: keep-changed test, store on
-// change, change bit on 4 and 8 (never for a name attribute), notification.
+// KRAttributes.h — the value types an attribute row may have, the one setter
+// algorithm every attribute of every class uses (keep-changed test, store on
+// change, then the setter tail shared with link ends: change bit on 4 and 8,
+// never for a name attribute, and notification), the change-flag lookups and
+// the typed builders of attribute and role rows.
 #pragma once
 
+#include "model/framework/Catalogue.h"
 #include "platform/repository/ADObject.h"
 
 #include <cstdint>
@@ -80,6 +83,16 @@ inline void setBit(unsigned char* bits, int row, bool on) noexcept {
     bits[row / 8] = static_cast<unsigned char>(on ? (bits[row / 8] | mask) : (bits[row / 8] & ~mask));
 }
 
+// The tail of every setter, of an attribute or of a link end: the change bit
+// is set on 4 and cleared on 8 through `mark`, then a store (1) or a set bit
+// (4) is notified under the row's name.
+template <class Mark>
+void finishSet(_ADObject* self, omSetProcessing how, const char* name, Mark mark) {
+    if (how & omSetChanged) mark(true);
+    if (how & omClearChanged) mark(false);
+    if (how & (omStore | omSetChanged)) self->processNotification(name);
+}
+
 // The setter rule of every attribute. A name attribute (flag 0x80004) stores
 // and notifies but never touches its own change bit.
 template <class Tr>
@@ -90,11 +103,9 @@ void setAttribute(_ADObject* self, unsigned char* bits, int row, typename Tr::st
         if (Tr::equals(slot, value)) return;
         Tr::assign(slot, value);
     }
-    if (!nameAttribute) {
-        if (how & omSetChanged) setBit(bits, row, true);
-        if (how & omClearChanged) setBit(bits, row, false);
-    }
-    if (how & (omStore | omSetChanged)) self->processNotification(name);
+    finishSet(self, how, name, [&](bool on) {
+        if (!nameAttribute) setBit(bits, row, on);
+    });
 }
 
 // The row of an own table whose name matches, in table order; -1 if none.
@@ -135,34 +146,21 @@ inline int isNamed(const char* asked, const char* own) noexcept {
     return asked && std::strcmp(asked, own) == 0;
 }
 
-// Table rows.
+// The table row of an attribute of value type Tr (flags 0x4, or 0x80004 for
+// the name attribute).
 template <class Tr, class Impl>
 constexpr ADAttributeEntry attributeRow(const char* name, typename Tr::value (Impl::*get)(),
                                         void (Impl::*set)(typename Tr::arg, omSetProcessing), const void* word,
                                         std::uint32_t flags) {
-    return ADAttributeEntry{name,
-                            nullptr,
-                            Tr::name,
-                            Tr::width,
-                            word,
-                            Tr::getter(static_cast<typename Tr::Getter>(get)),
-                            Tr::setter(static_cast<typename Tr::Setter>(set)),
-                            0,
-                            flags};
+    return adAttributeRow(name, Tr::name, Tr::width, word, Tr::getter(static_cast<typename Tr::Getter>(get)),
+                          Tr::setter(static_cast<typename Tr::Setter>(set)), flags);
 }
 
-template <class Impl>
-constexpr ADAttributeEntry roleRow(const char* name, const char* inverse, const char* other,
-                                   const char* linkClass, DSModelCollection* (Impl::*get)(), std::uint32_t flags) {
-    return ADAttributeEntry{name,
-                            inverse,
-                            other,
-                            4,
-                            linkClass,
-                            ADGetter{.role = static_cast<DSModelCollection* (_ADObject::*)()>(get)},
-                            ADSetter{},
-                            0,
-                            flags};
+// The table row of the role an object of Impl holds at end End of link class
+// L: everything but the getter comes from the link's catalogue row.
+template <class L, int End, class Impl>
+constexpr ADAttributeEntry roleRow(DSModelCollection* (Impl::*get)()) {
+    return adRoleRow(LinkRow<L>::facts, End, adRoleGetter(get));
 }
 
 }  // namespace kr

@@ -108,9 +108,7 @@ void _KRLink::setEnd(int end, ADObject* newEnd, omSetProcessing how) {
         role->addLast(self);
         if (info.oneToOne() && role->count() > 1) traceRule(info.name, ":Cardinality violation!");
     }
-    if (how & omSetChanged) setEndChanged(endBit[end], true);
-    if (how & omClearChanged) setEndChanged(endBit[end], false);
-    if (how & (omStore | omSetChanged)) processNotification(endName[end]);
+    kr::finishSet(this, how, endName[end], [this, end](bool on) { setEndChanged(endBit[end], on); });
 }
 
 void _KRLink::setSourceAfter(ADObject* newSource, const ADObject* after, omSetProcessing how) {
@@ -129,9 +127,7 @@ void _KRLink::setSourceAfter(ADObject* newSource, const ADObject* after, omSetPr
         else
             role->addAfter(self, role->indexOf(after));
     }
-    if (how & omSetChanged) setEndChanged(adEndSource, true);
-    if (how & omClearChanged) setEndChanged(adEndSource, false);
-    if (how & (omStore | omSetChanged)) processNotification("source");
+    kr::finishSet(this, how, endName[krSource], [this](bool on) { setEndChanged(adEndSource, on); });
 }
 
 void _KRLink::moveAfterInSource(const ADObject* after, omSetProcessing how) {
@@ -146,9 +142,7 @@ void _KRLink::moveAfterInSource(const ADObject* after, omSetProcessing how) {
         }
     }
     // The order lives in the source's role, so the source end is marked.
-    if (how & omSetChanged) setEndChanged(adEndSource, true);
-    if (how & omClearChanged) setEndChanged(adEndSource, false);
-    if (how & (omStore | omSetChanged)) processNotification("source");
+    kr::finishSet(this, how, endName[krSource], [this](bool on) { setEndChanged(adEndSource, on); });
 }
 
 int _KRLink::remove_source() { return removeEnd(krSource); }

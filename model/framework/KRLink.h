@@ -1,12 +1,14 @@
 // KRLink.h — the link pattern, written once. _KRLink holds every algorithm of a
 // link (creation with the duplicate test, end setters with class, version and
 // controller tests, ordered insertion, re-ordering, detaching, change flags);
-// KRLinkImpl adds the typed ends. A link class is its catalogue row
-// (KRLinkInfo), from which the checks follow: the controller test sits on the
-// setter opposite the controlling end, the one-to-one trace on both setters of
-// a one-to-one link, ordering on a source row flagged 0x10000.
+// KRLinkImpl adds the typed ends. A link class is its catalogue row in
+// links.def (kr::LinkRow, and KRLinkInfo built from it), from which the checks
+// follow: the controller test sits on the setter opposite the controlling end,
+// the one-to-one trace on both setters of a one-to-one link, ordering on a
+// source row flagged 0x10000.
 #pragma once
 
+#include "model/framework/Catalogue.h"
 #include "model/framework/KRAttributes.h"
 #include "platform/repository/ADIdentity.h"
 #include "platform/repository/ADLink.h"
@@ -16,14 +18,10 @@
 
 class KVException;
 
-enum KREnd : int { krSource = 0, krTarget = 1 };
-
-struct KRLinkInfo {
-    const char* name;      // "DSBasedOn"
+// A link class's catalogue facts (name, end classes, roles and flags) and
+// what its algorithms reach through them.
+struct KRLinkInfo : ADLinkFacts {
     const char* implName;  // "_DSBasedOn"
-    const char* endClass[2];
-    const char* endRole[2];
-    std::uint32_t endFlags[2];
     // The role collection of this link class on an object at each end.
     DSModelCollection* (*role[2])(_ADObject*);
     ADAttributeEntry* table;
@@ -89,9 +87,13 @@ protected:
     int removeEnd(int end);
 };
 
-// Typed ends of a link class with handle class H, source S and target T.
-template <class H, class S, class T, bool Ordered>
+// Typed ends of the link class with handle class H: its source and target
+// classes, and ordering, are its row of links.def.
+template <class H>
 class KRLinkImpl : public _KRLink {
+    using S = typename kr::LinkRow<H>::Source;
+    using T = typename kr::LinkRow<H>::Target;
+
 public:
     using _KRLink::_KRLink;
 
@@ -100,12 +102,12 @@ public:
     void _set_source(S* newSource, omSetProcessing how) { setEnd(krSource, newSource, how); }
     void _set_target(T* newTarget, omSetProcessing how) { setEnd(krTarget, newTarget, how); }
     void _set_sourceAfter(S* newSource, H* after, omSetProcessing how)
-        requires Ordered
+        requires kr::LinkRow<H>::ordered
     {
         setSourceAfter(newSource, after, how);
     }
     void moveTargetAfter(H* after, omSetProcessing how)
-        requires Ordered
+        requires kr::LinkRow<H>::ordered
     {
         moveAfterInSource(after, how);
     }
@@ -141,33 +143,43 @@ _KRLink* makeLink(const char* context) {
     return new (std::nothrow) Impl(context, ADObject::defaultObjID());
 }
 
-// The "source" or "target" row that opens a link class's table.
-constexpr ADAttributeEntry endRow(int end, const char* role, const char* endClass, const void* word,
-                                  std::uint32_t flags) {
-    return ADAttributeEntry{
-        end == krSource ? "source" : "target",
-        role,
-        endClass,
-        4,
-        word,
+// The role collection of link class L on an object at end End: the member
+// that the end class's role row for exactly this link and end declares
+// (found by its tag, not by name). A class outside the catalogues (a data
+// dictionary class) is reached by the role's name, through `byName`.
+template <class L, int End, class Impl, class ByName>
+DSModelCollection* roleAt(Impl* object, ByName byName) {
+    using E = EndClass<L, End>;
+    if constexpr (isObjectClass<E> || isLinkClass<E>) {
+        static_assert(requires { object->krRole(EndTag<L, End>{}); },
+                      "links.def names a role at this end that the end class's row list lacks");
+        return object->krRole(EndTag<L, End>{});
+    } else {
+        return byName(object);
+    }
+}
+
+// The "source" or "target" row that opens the table of link class C.
+template <class C>
+constexpr ADAttributeEntry endRow(int end) {
+    using Impl = typename LinkRow<C>::Impl;
+    return adEndRow(
+        LinkRow<C>::facts, end, &Impl::krEndWords[end],
         ADGetter{.end = end == krSource ? static_cast<ADObject* (_ADObject::*)()>(&_KRLink::_get_source)
                                         : static_cast<ADObject* (_ADObject::*)()>(&_KRLink::_get_target)},
         ADSetter{.end = end == krSource
                             ? static_cast<void (_ADObject::*)(ADObject*, omSetProcessing)>(&_KRLink::_set_source)
-                            : static_cast<void (_ADObject::*)(ADObject*, omSetProcessing)>(&_KRLink::_set_target)},
-        0,
-        flags};
+                            : static_cast<void (_ADObject::*)(ADObject*, omSetProcessing)>(&_KRLink::_set_target)});
 }
 }  // namespace kr
 
 // Declarations a link class expands to. A handle class C with its creating
 // constructors (the ordered one only where the source row is ordered), and the
 // members every link implementation declares.
-#define KR_DECLARE_LINK_HANDLE(C, S, T, SF)                                                    \
-    class KR_IMPL(C);                                                                           \
+#define KR_DECLARE_LINK_HANDLE(C, S, T)                                                        \
     class C : public ADLink {                                                                   \
     public:                                                                                     \
-        static constexpr bool ordered = ((SF)&adFlagOrdered) != 0;                              \
+        static constexpr bool ordered = kr::LinkRow<C>::ordered;                                \
         C() noexcept = default;                                                                 \
         C(S* source, T* target, int check);                                                     \
         template <bool O = ordered>                                                             \
@@ -184,6 +196,9 @@ constexpr ADAttributeEntry endRow(int end, const char* role, const char* endClas
     };
 
 #define KR_LINK_IMPL_MEMBERS(C)                                                                 \
+private:                                                                                        \
+    using krBase = _KRLink;                                                                     \
+                                                                                                \
 public:                                                                                         \
     explicit KR_IMPL(C)(const char* context, const char* objID);                                \
     ~KR_IMPL(C)() override;                                                                     \
@@ -191,8 +206,8 @@ public:                                                                         
     static const KRLinkInfo krInfo;                                                             \
     static std::int32_t krEndWords[2];
 
-#define KR_DECLARE_LINK_IMPL(C, S, T)                                                           \
-    class KR_IMPL(C) final : public KRLinkImpl<C, S, T, C::ordered> {                           \
+#define KR_DECLARE_LINK_IMPL(C)                                                                 \
+    class KR_IMPL(C) final : public KRLinkImpl<C> {                                             \
         KR_LINK_IMPL_MEMBERS(C)                                                                 \
         static ADAttributeEntry krTable[];                                                      \
     };

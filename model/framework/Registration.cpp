@@ -1,6 +1,8 @@
 // Registration.cpp — the class table and the factory, both expanded from the
-// class list classes.def and the link catalogue links.def. The factory finds a
-// class by the registrar's hash of its name in a table sorted at compile time.
+// class list classes.def and the link catalogue links.def, and the description
+// of the roles the catalogue's links join on data-dictionary classes. The
+// factory finds a class by the registrar's hash of its name in a table sorted
+// at compile time.
 #include "model/framework/Registration.h"
 
 #include "model/links/DSLinks.h"
@@ -67,6 +69,29 @@ ADObject* ewswtarnFactory(const char* className, const char* context, const char
 }
 
 namespace {
+// The roles that this catalogue's links join on classes of another component
+// (the data dictionary's): that component states each such row by its name
+// and getter only (adForeignRoleRow) and numbers it krRow_ and the role, so a
+// link naming a role the class does not leave to others does not compile.
+// The rest of the row comes from the link's row here, once, when the library
+// loads (the dictionary's own load writes only the rows' getters).
+template <class L, int End, class Impl>
+void describeForeignRole([[maybe_unused]] int row) {
+    using E = kr::EndClass<L, End>;
+    if constexpr (!kr::isObjectClass<E> && !kr::isLinkClass<E>)
+        adDescribeRole(Impl::table[row], kr::LinkRow<L>::facts, End);
+}
+
+bool describeForeignRoles() {
+#define KR_LINK(C, S, SR, T, TR, SF, TF)                                  \
+    describeForeignRole<C, krSource, KR_IMPL(S)>(KR_IMPL(S)::krRow_##SR); \
+    describeForeignRole<C, krTarget, KR_IMPL(T)>(KR_IMPL(T)::krRow_##TR);
+#include "model/links/links.def"
+    return true;
+}
+
+[[maybe_unused]] const bool foreignRolesDescribed = describeForeignRoles();
+
 struct LinkMaker {
     const char* name;
     const KRLinkInfo* info;

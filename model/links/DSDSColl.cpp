@@ -3,11 +3,8 @@
 #include "model/links/DSDSColl.h"
 
 #define KR_CLASS DSDSColl
-#define KR_BASE _KRLink
 #define KR_ROWS "model/links/DSDSColl.def"
-#define KR_OWN_OFFSET 2
-#define KR_THIS_LINK_DSDSColl ~, 1
-#include "model/framework/RowsDefinitions.inc"
+#include "model/framework/LinkDefinitions.inc"
 
 unsigned short _DSDSColl::getSize() { return 0; }
 int _DSDSColl::invalidDDName(char*) { return 0; }

@@ -4,10 +4,9 @@
 
 #include "model/links/DSLinks.h"
 
-class _DSDSColl final : public KRLinkImpl<DSDSColl, DSDBD, DSTARNDDname, DSDSColl::ordered> {
+class _DSDSColl final : public KRLinkImpl<DSDSColl> {
     KR_LINK_IMPL_MEMBERS(DSDSColl)
 #define KR_CLASS DSDSColl
-#define KR_BASE _KRLink
 #define KR_ROWS "model/links/DSDSColl.def"
 #include "model/framework/RowsBody.inc"
 

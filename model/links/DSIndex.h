@@ -5,7 +5,7 @@
 
 #include "model/links/DSLinks.h"
 
-class _DSIndex final : public KRLinkImpl<DSIndex, DSDBDhidam, DSDBDindex, DSIndex::ordered> {
+class _DSIndex final : public KRLinkImpl<DSIndex> {
     KR_LINK_IMPL_MEMBERS(DSIndex)
     static ADAttributeEntry krTable[];
 

@@ -4,10 +4,9 @@
 
 #include "model/links/DSLinks.h"
 
-class _DSLChild final : public KRLinkImpl<DSLChild, DSSegmentComplex, DSSegmentComplex, DSLChild::ordered> {
+class _DSLChild final : public KRLinkImpl<DSLChild> {
     KR_LINK_IMPL_MEMBERS(DSLChild)
 #define KR_CLASS DSLChild
-#define KR_BASE _KRLink
 #define KR_ROWS "model/links/DSLChild.def"
 #include "model/framework/RowsBody.inc"
 

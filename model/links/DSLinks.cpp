@@ -6,13 +6,14 @@
 
 #define KR_LINK_COMMON(C, S, SR, T, TR, SF, TF)                                                         \
     const KRLinkInfo KR_IMPL(C)::krInfo = {                                                             \
-        #C,                                                                                             \
+        kr::LinkRow<C>::facts,                                                                          \
         "_" #C,                                                                                         \
-        {#S, #T},                                                                                       \
-        {#SR, #TR},                                                                                     \
-        {SF, TF},                                                                                       \
-        {[](_ADObject* o) { return static_cast<KR_IMPL(S)*>(o)->_get_##SR(); },                          \
-         [](_ADObject* o) { return static_cast<KR_IMPL(T)*>(o)->_get_##TR(); }},                         \
+        {[](_ADObject* o) {                                                                             \
+             return kr::roleAt<C, krSource>(static_cast<KR_IMPL(S)*>(o), [](auto* i) { return i->_get_##SR(); }); \
+         },                                                                                             \
+         [](_ADObject* o) {                                                                             \
+             return kr::roleAt<C, krTarget>(static_cast<KR_IMPL(T)*>(o), [](auto* i) { return i->_get_##TR(); }); \
+         }},                                                                                            \
         KR_IMPL(C)::krTable,                                                                            \
         [](_ADObject* impl) -> ADObject* { return new (std::nothrow) C(static_cast<KR_IMPL(C)*>(impl)); }}; \
     std::int32_t KR_IMPL(C)::krEndWords[2] = {};                                                        \
@@ -34,10 +35,9 @@
     }                                                                                                   \
     C::C(KR_IMPL(C) * impl) noexcept : ADLink(impl) {}
 
-#define KR_LINK_TABLE(C, S, SR, T, TR, SF, TF)                                                          \
-    ADAttributeEntry KR_IMPL(C)::krTable[] = {                                                          \
-        kr::endRow(krSource, #SR, #S, &KR_IMPL(C)::krEndWords[0], SF),                                  \
-        kr::endRow(krTarget, #TR, #T, &KR_IMPL(C)::krEndWords[1], TF), ADAttributeEntry{}};
+// A link without attributes of its own: its table is its two end rows.
+#define KR_LINK_TABLE(C, ...)                                                                           \
+    ADAttributeEntry KR_IMPL(C)::krTable[] = {kr::endRow<C>(krSource), kr::endRow<C>(krTarget), ADAttributeEntry{}};
 
 #define KR_LINK(...) KR_LINK_TABLE(__VA_ARGS__) KR_LINK_COMMON(__VA_ARGS__)
 #define KR_LINK_OPS(...) KR_LINK_TABLE(__VA_ARGS__) KR_LINK_COMMON(__VA_ARGS__)

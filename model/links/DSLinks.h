@@ -30,7 +30,7 @@
 #include "model/psb/DSSenSegment.h"
 #include "platform/dictionary/DSDictionary.h"
 
-#define KR_LINK(C, S, SR, T, TR, SF, TF) KR_DECLARE_LINK_HANDLE(C, S, T, SF)
+#define KR_LINK(C, S, SR, T, TR, SF, TF) KR_DECLARE_LINK_HANDLE(C, S, T)
 #include "model/links/links.def"
 
 #include "model/links/DSDSColl.h"
@@ -39,7 +39,7 @@
 #include "model/links/DSParent.h"
 #include "model/links/DSSource.h"
 
-#define KR_LINK(C, S, SR, T, TR, SF, TF) KR_DECLARE_LINK_IMPL(C, S, T) KR_DEFINE_ARROW(C)
+#define KR_LINK(C, S, SR, T, TR, SF, TF) KR_DECLARE_LINK_IMPL(C) KR_DEFINE_ARROW(C)
 #define KR_LINK_OPS(C, S, SR, T, TR, SF, TF)
 #define KR_LINK_ROWS(C, S, SR, T, TR, SF, TF)
 #include "model/links/links.def"

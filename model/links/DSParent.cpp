@@ -3,10 +3,7 @@
 #include "model/links/DSParent.h"
 
 #define KR_CLASS DSParent
-#define KR_BASE _KRLink
 #define KR_ROWS "model/links/DSParent.def"
-#define KR_OWN_OFFSET 2
-#define KR_THIS_LINK_DSParent ~, 1
-#include "model/framework/RowsDefinitions.inc"
+#include "model/framework/LinkDefinitions.inc"
 
 char* _DSParent::writePARENT() { return nullptr; }

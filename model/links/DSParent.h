@@ -4,10 +4,9 @@
 
 #include "model/links/DSLinks.h"
 
-class _DSParent final : public KRLinkImpl<DSParent, DSSegment, DSSegment, DSParent::ordered> {
+class _DSParent final : public KRLinkImpl<DSParent> {
     KR_LINK_IMPL_MEMBERS(DSParent)
 #define KR_CLASS DSParent
-#define KR_BASE _KRLink
 #define KR_ROWS "model/links/DSParent.def"
 #include "model/framework/RowsBody.inc"
 

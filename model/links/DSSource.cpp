@@ -3,10 +3,7 @@
 #include "model/links/DSSource.h"
 
 #define KR_CLASS DSSource
-#define KR_BASE _KRLink
 #define KR_ROWS "model/links/DSSource.def"
-#define KR_OWN_OFFSET 2
-#define KR_THIS_LINK_DSSource ~, 1
-#include "model/framework/RowsDefinitions.inc"
+#include "model/framework/LinkDefinitions.inc"
 
 char* _DSSource::writeSOURCE() { return nullptr; }

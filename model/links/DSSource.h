@@ -4,10 +4,9 @@
 
 #include "model/links/DSLinks.h"
 
-class _DSSource final : public KRLinkImpl<DSSource, DSSegmentLogical, DSSegment, DSSource::ordered> {
+class _DSSource final : public KRLinkImpl<DSSource> {
     KR_LINK_IMPL_MEMBERS(DSSource)
 #define KR_CLASS DSSource
-#define KR_BASE _KRLink
 #define KR_ROWS "model/links/DSSource.def"
 #include "model/framework/RowsBody.inc"
 

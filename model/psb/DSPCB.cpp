@@ -4,8 +4,6 @@
 #include "model/links/DSLinks.h"
 
 #define KR_CLASS DSPCB
-#define KR_BASE _DSTechnologyObject
-#define KR_HANDLE_BASE DSTechnologyObject
 #define KR_ROWS "model/psb/DSPCB.def"
 #include "model/framework/ObjectDefinitions.inc"
 

@@ -1,20 +1,18 @@
 // DSPCB.h — a program communication block: one access path of a PSB, typed through DSSpecifiedByType.
-// The class's attributes and roles are its rows in DSPCB.def; each row gives a
-// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
-// accessors (roles), a table row and a change bit, in row order.
+// Its superclass is its row in classes.def; its attributes and roles are its
+// rows in DSPCB.def: each row gives a member, _get_/_set_ accessors
+// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
+// and a change bit, in row order.
 #pragma once
 
 #include "model/framework/ObjectClass.h"
 #include "platform/techobj/DSTechnologyObject.h"
 
-#define KR_ROWS "model/psb/DSPCB.def"
-#include "model/framework/ForwardDeclare.inc"
+KR_DECLARE_HANDLE(DSPCB)
 
-KR_DECLARE_HANDLE(DSPCB, DSTechnologyObject)
-
-class _DSPCB : public _DSTechnologyObject {
+class _DSPCB : public kr::SuperImpl<DSPCB> {
 #define KR_CLASS DSPCB
-#define KR_BASE _DSTechnologyObject
+#define KR_ROWS "model/psb/DSPCB.def"
 #include "model/framework/ObjectBody.inc"
 
     // Declared operations without behaviour in this model: they change

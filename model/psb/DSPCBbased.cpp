@@ -4,8 +4,6 @@
 #include "model/links/DSLinks.h"
 
 #define KR_CLASS DSPCBbased
-#define KR_BASE _DSPCBtype
-#define KR_HANDLE_BASE DSPCBtype
 #define KR_ROWS "model/psb/DSPCBbased.def"
 #include "model/framework/ObjectDefinitions.inc"
 

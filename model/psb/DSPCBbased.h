@@ -1,20 +1,18 @@
 // DSPCBbased.h — a PCB type based on a DBD, with its processing options.
-// The class's attributes and roles are its rows in DSPCBbased.def; each row gives a
-// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
-// accessors (roles), a table row and a change bit, in row order.
+// Its superclass is its row in classes.def; its attributes and roles are its
+// rows in DSPCBbased.def: each row gives a member, _get_/_set_ accessors
+// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
+// and a change bit, in row order.
 #pragma once
 
 #include "model/framework/ObjectClass.h"
 #include "model/psb/DSPCBtype.h"
 
-#define KR_ROWS "model/psb/DSPCBbased.def"
-#include "model/framework/ForwardDeclare.inc"
+KR_DECLARE_HANDLE(DSPCBbased)
 
-KR_DECLARE_HANDLE(DSPCBbased, DSPCBtype)
-
-class _DSPCBbased : public _DSPCBtype {
+class _DSPCBbased : public kr::SuperImpl<DSPCBbased> {
 #define KR_CLASS DSPCBbased
-#define KR_BASE _DSPCBtype
+#define KR_ROWS "model/psb/DSPCBbased.def"
 #include "model/framework/ObjectBody.inc"
 
     // Declared operations without behaviour in this model: they change

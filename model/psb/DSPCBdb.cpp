@@ -4,8 +4,6 @@
 #include "model/links/DSLinks.h"
 
 #define KR_CLASS DSPCBdb
-#define KR_BASE _DSPCBbased
-#define KR_HANDLE_BASE DSPCBbased
 #define KR_ROWS "model/psb/DSPCBdb.def"
 #include "model/framework/ObjectDefinitions.inc"
 

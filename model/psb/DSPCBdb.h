@@ -1,20 +1,18 @@
 // DSPCBdb.h — a database PCB: key length, positioning, processing sequence and sensitive segments.
-// The class's attributes and roles are its rows in DSPCBdb.def; each row gives a
-// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
-// accessors (roles), a table row and a change bit, in row order.
+// Its superclass is its row in classes.def; its attributes and roles are its
+// rows in DSPCBdb.def: each row gives a member, _get_/_set_ accessors
+// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
+// and a change bit, in row order.
 #pragma once
 
 #include "model/framework/ObjectClass.h"
 #include "model/psb/DSPCBbased.h"
 
-#define KR_ROWS "model/psb/DSPCBdb.def"
-#include "model/framework/ForwardDeclare.inc"
+KR_DECLARE_HANDLE(DSPCBdb)
 
-KR_DECLARE_HANDLE(DSPCBdb, DSPCBbased)
-
-class _DSPCBdb : public _DSPCBbased {
+class _DSPCBdb : public kr::SuperImpl<DSPCBdb> {
 #define KR_CLASS DSPCBdb
-#define KR_BASE _DSPCBbased
+#define KR_ROWS "model/psb/DSPCBdb.def"
 #include "model/framework/ObjectBody.inc"
 
     // Declared operations without behaviour in this model: they change

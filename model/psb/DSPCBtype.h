@@ -1,20 +1,18 @@
 // DSPCBtype.h — the kind of a PCB, the common part of the PCB type tree.
-// The class's attributes and roles are its rows in DSPCBtype.def; each row gives a
-// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
-// accessors (roles), a table row and a change bit, in row order.
+// Its superclass is its row in classes.def; its attributes and roles are its
+// rows in DSPCBtype.def: each row gives a member, _get_/_set_ accessors
+// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
+// and a change bit, in row order.
 #pragma once
 
 #include "model/framework/ObjectClass.h"
 #include "model/framework/ObjectClass.h"
 
-#define KR_ROWS "model/psb/DSPCBtype.def"
-#include "model/framework/ForwardDeclare.inc"
+KR_DECLARE_HANDLE(DSPCBtype)
 
-KR_DECLARE_HANDLE(DSPCBtype, ADObject)
-
-class _DSPCBtype : public _ADObject {
+class _DSPCBtype : public kr::SuperImpl<DSPCBtype> {
 #define KR_CLASS DSPCBtype
-#define KR_BASE _ADObject
+#define KR_ROWS "model/psb/DSPCBtype.def"
 #include "model/framework/ObjectBody.inc"
 
     // Declared operations without behaviour in this model: they change

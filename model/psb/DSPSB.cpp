@@ -4,8 +4,6 @@
 #include "model/links/DSLinks.h"
 
 #define KR_CLASS DSPSB
-#define KR_BASE _DSTechnologyObject
-#define KR_HANDLE_BASE DSTechnologyObject
 #define KR_ROWS "model/psb/DSPSB.def"
 #include "model/framework/ObjectDefinitions.inc"
 

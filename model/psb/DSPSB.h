@@ -1,20 +1,18 @@
 // DSPSB.h — a PSB, the program-side definition: its ordered list of PCBs and program-wide options.
-// The class's attributes and roles are its rows in DSPSB.def; each row gives a
-// member, _get_/_set_ accessors (attributes) or _get_/_getFirst_/_getNext_
-// accessors (roles), a table row and a change bit, in row order.
+// Its superclass is its row in classes.def; its attributes and roles are its
+// rows in DSPSB.def: each row gives a member, _get_/_set_ accessors
+// (attributes) or _get_/_getFirst_/_getNext_ accessors (roles), a table row
+// and a change bit, in row order.
 #pragma once
 
 #include "model/framework/ObjectClass.h"
 #include "platform/techobj/DSTechnologyObject.h"
 
-#define KR_ROWS "model/psb/DSPSB.def"
-#include "model/framework/ForwardDeclare.inc"
+KR_DECLARE_HANDLE(DSPSB)
 
-KR_DECLARE_HANDLE(DSPSB, DSTechnologyObject)
-
-class _DSPSB : public _DSTechnologyObject {
+class _DSPSB : public kr::SuperImpl<DSPSB> {
 #define KR_CLASS DSPSB
-#define KR_BASE _DSTechnologyObject
+#define KR_ROWS "model/psb/DSPSB.def"
 #include "model/framework/ObjectBody.inc"
 
     // Declared operations without behaviour in this model: they change

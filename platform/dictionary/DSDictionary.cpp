@@ -15,36 +15,48 @@
         adopt(adAcquire<_##C>(#C, context, objID, instantiate));                                           \
     }                                                                                                      \
     C::C(_##C* impl) noexcept : ADObject(impl) {}                                                          \
-    _##C::_##C(const char* context, const char* objID, int instantiate) : _KVPart(context, objID, instantiate) {} \
+    _##C::_##C(const char* context, const char* objID, int instantiate)                                    \
+        : _##SUPER(context, objID, instantiate) {}                                                         \
     _##C::~_##C() { releaseLastHandle(); }                                                                 \
     const char* _##C::whoAmI() { return #C; }                                                              \
     ADObject* _##C::createNewHandle() { return new (std::nothrow) C(this); }                               \
     int _##C::isKindOf(const char* className) {                                                            \
         if (className && std::strcmp(className, #C) == 0) return 1;                                        \
-        return _KVPart::isKindOf(className);                                                               \
+        return _##SUPER::isKindOf(className);                                                              \
     }                                                                                                      \
     ADAttributeEntry* _##C::attributeTable() { return table; }                                             \
     ADAttributeEntry* _##C::nextAttributeTable(ADAttributeEntry* previous) {                               \
         if (!previous) return attributeTable();                                                            \
-        if (previous == table) return _KVPart::attributeTable();                                           \
-        return _KVPart::nextAttributeTable(previous);                                                      \
+        if (previous == table) return _##SUPER::attributeTable();                                          \
+        return _##SUPER::nextAttributeTable(previous);                                                     \
     }                                                                                                      \
-    ADAttributeEntry _##C::table[] = {KR_DICTIONARY_ROWS_OF(C, ROLES){}};
+    constinit ADAttributeEntry _##C::table[] = {ROLES(KR_DICTIONARY_OWN_ROW, KR_DICTIONARY_FOREIGN_ROW, C){}};
 
-#define KR_DICTIONARY_ROWS_OF(C, ROLES) KR_DICTIONARY_ROWS_WITH(_##C, ROLES)
-#define KR_DICTIONARY_ROWS_WITH(SELF, ROLES) ROLES(KR_DICTIONARY_ROW_##SELF)
+// The tables are constant-initialized (constinit) without their getters:
+// converting a member pointer to the base's is no constant expression here.
+// The getters are attached when the library loads, and that writes nothing
+// but the getters, so it cannot undo (nor be undone by) the description of
+// the foreign rows that the component owning those links writes at its load,
+// whichever of the two runs first.
+#define KR_DICTIONARY_OWN_ROW(C, R, LINK) \
+    adRoleRow(adDictionaryLink(#LINK), adDictionaryRoleEnd(#LINK, #R, #C), ADGetter{}),
+#define KR_DICTIONARY_FOREIGN_ROW(C, R) adForeignRoleRow(#R, ADGetter{}),
 
-// Each class's rows need its own implementation type in the getter.
-#define KR_DICTIONARY_ROW__DSDataItem(r, o, l, i, f) KR_DICTIONARY_ROW_T(_DSDataItem, r, o, l, i, f)
-#define KR_DICTIONARY_ROW__DSDataStructure(r, o, l, i, f) KR_DICTIONARY_ROW_T(_DSDataStructure, r, o, l, i, f)
-#define KR_DICTIONARY_ROW__DSDataStructureAlias(r, o, l, i, f) KR_DICTIONARY_ROW_T(_DSDataStructureAlias, r, o, l, i, f)
-#define KR_DICTIONARY_ROW__DSSDDAlias(r, o, l, i, f) KR_DICTIONARY_ROW_T(_DSSDDAlias, r, o, l, i, f)
-#define KR_DICTIONARY_ROW_T(SELF, R, OTHER, LINK, INVERSE, FLAGS)                                           \
-    {#R, #INVERSE, #OTHER, 4, #LINK, ADGetter{.role = static_cast<DSModelCollection* (_ADObject::*)()>(&SELF::_get_##R)}, \
-     ADSetter{}, 0, FLAGS},
+KR_DICTIONARY_CLASSES(KR_DEFINE_DICTIONARY_CLASS)
 
-#define KR_DEFINE_ONE(C, SUPER, ROLES) KR_DEFINE_DICTIONARY_CLASS(C, SUPER, ROLES)
-KR_DICTIONARY_CLASSES(KR_DEFINE_ONE)
+namespace {
+bool attachGetters() {
+#define KR_ATTACH_OWN(C, R, LINK) _##C::table[_##C::krOwnRow_##R].getter = adRoleGetter(&_##C::_get_##R);
+#define KR_ATTACH_FOREIGN(C, R) _##C::table[_##C::krRow_##R].getter = adRoleGetter(&_##C::_get_##R);
+#define KR_ATTACH(C, SUPER, ROLES) ROLES(KR_ATTACH_OWN, KR_ATTACH_FOREIGN, C)
+    KR_DICTIONARY_CLASSES(KR_ATTACH)
+#undef KR_ATTACH
+#undef KR_ATTACH_OWN
+#undef KR_ATTACH_FOREIGN
+    return true;
+}
+[[maybe_unused]] const bool gettersAttached = attachGetters();
+}  // namespace
 
 namespace {
 ADObject* platformFactory(const char* className, const char* context, const char* objID) {

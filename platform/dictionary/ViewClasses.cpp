@@ -1,8 +1,11 @@
 // ViewClasses.cpp — the class rows of the classes that only the views name, in
 // the attribute-table form of every class (name, inverse, type, width, extra,
-// getter, setter, reserved, flags). These classes have no accessors here, so
-// their rows carry no getters or setters.
+// getter, setter, reserved, flags), built by the shared row builders; the
+// links' end rows and roles come from DictionaryLinks.def. These classes have
+// no accessors here, so their rows carry no getters or setters.
 #include "platform/dictionary/ViewClasses.h"
+
+#include "platform/dictionary/DictionaryLinks.h"
 
 #include <cstdint>
 
@@ -11,43 +14,38 @@ namespace {
 std::int32_t rowWords[30];
 
 constexpr ADAttributeEntry attribute(const char* name, const char* type, std::int32_t width, int word) {
-    return {name, nullptr, type, width, &rowWords[word], ADGetter{}, ADSetter{}, 0, 0x4};
+    return adAttributeRow(name, type, width, &rowWords[word], ADGetter{}, ADSetter{}, adRowAttribute);
 }
-constexpr ADAttributeEntry role(const char* name, const char* inverse, const char* other, const char* link,
-                                std::uint32_t flags) {
-    return {name, inverse, other, 4, link, ADGetter{}, ADSetter{}, 0, flags};
+// The role that a dictionary link joins at class `holder`; a role the
+// catalogue does not put there does not compile.
+consteval ADAttributeEntry role(const char* linkName, const char* name, const char* holder) {
+    int end = adDictionaryRoleEnd(linkName, name, holder);
+    if (end < 0) throw "DictionaryLinks.def puts no such role of that link on that class";
+    return adRoleRow(adDictionaryLink(linkName), end, ADGetter{});
 }
-constexpr ADAttributeEntry end(const char* end, const char* role, const char* endClass, int word,
-                               std::uint32_t flags) {
-    return {end, role, endClass, 4, &rowWords[word], ADGetter{}, ADSetter{}, 0, flags};
-}
+// The two end rows of a dictionary link, with their reserved words.
+#define KR_END_ROWS(LINK, WORD)                                                          \
+    adEndRow(adDictionaryLink(LINK), adSource, &rowWords[WORD], ADGetter{}, ADSetter{}), \
+        adEndRow(adDictionaryLink(LINK), adTarget, &rowWords[(WORD) + 1], ADGetter{}, ADSetter{})
 
 // An annotation text belongs to one annotated part; a part has any number.
-ADAttributeEntry annotationText[] = {
-    role("annotatedObject", "pAnnotationText", "KVPart", "ADLinkADAnnotObj2AnnotTxt", 0x4007),
+constinit ADAttributeEntry annotationText[] = {
+    role("ADLinkADAnnotObj2AnnotTxt", "annotatedObject", "ADAnnotationText"),
     attribute("contents", "string", 4, 0),
     attribute("label", "string", 4, 1),
     {},
 };
-ADAttributeEntry annotationLink[] = {
-    end("source", "pAnnotationText", "KVPart", 2, 0x2a01),
-    end("target", "annotatedObject", "ADAnnotationText", 3, 0x4005),
-    {},
-};
-ADAttributeEntry dependencyLink[] = {
-    end("source", "dependsOn", "KVPart", 4, 0x8801),
-    end("target", "dependents", "KVPart", 5, 0x8005),
-    {},
-};
-ADAttributeEntry dataElement[] = {
+constinit ADAttributeEntry annotationLink[] = {KR_END_ROWS("ADLinkADAnnotObj2AnnotTxt", 2), {}};
+constinit ADAttributeEntry dependencyLink[] = {KR_END_ROWS("ADLinkKVPartDependsOnKVPart", 4), {}};
+constinit ADAttributeEntry dataElement[] = {
     attribute("dataType", "string", 4, 6),
     attribute("length", "long", 4, 7),
     attribute("scale", "short", 2, 8),
     {},
 };
 ADAttributeEntry dataElementAlias[] = {{}};
-ADAttributeEntry simpleTypeDef[] = {
-    role("dataItems", "dataDef", "DSDataItem", "DSLinkDataItm2DataDef", 0x2007),
+constinit ADAttributeEntry simpleTypeDef[] = {
+    role("DSLinkDataItm2DataDef", "dataItems", "DSSimpleTypeDef"),
     attribute("dataType", "string", 4, 9),
     attribute("defaultValue", "string", 4, 10),
     attribute("length", "long", 4, 11),
@@ -59,34 +57,19 @@ ADAttributeEntry simpleTypeDef[] = {
     attribute("usage", "string", 4, 17),
     {},
 };
-ADAttributeEntry structureDef[] = {
-    role("dataStructures", "structureDef", "DSDataStructure", "DSLinkDataStrc2StrctDef", 0x2007),
+constinit ADAttributeEntry structureDef[] = {
+    role("DSLinkDataStrc2StrctDef", "dataStructures", "DSStructureDef"),
     attribute("length", "long", 4, 18),
     attribute("structureType", "string", 4, 19),
     {},
 };
 // A data item's type definition, its shared definition (a data element or a
 // data structure) and that definition's alias; a structure's definition.
-ADAttributeEntry itemToDataDef[] = {
-    end("source", "dataDef", "DSDataItem", 20, 0x4801),
-    end("target", "dataItems", "DSSimpleTypeDef", 21, 0x2005),
-    {},
-};
-ADAttributeEntry itemToSdd[] = {
-    end("source", "sdd", "DSDataItem", 22, 0x4801),
-    end("target", "definedItems", "KVPart", 23, 0x2005),
-    {},
-};
-ADAttributeEntry itemToSddAlias[] = {
-    end("source", "sddAlias", "DSDataItem", 24, 0x4801),
-    end("target", "aliasedItems", "KVPart", 25, 0x2005),
-    {},
-};
-ADAttributeEntry structureToDef[] = {
-    end("source", "structureDef", "DSDataStructure", 26, 0x4801),
-    end("target", "dataStructures", "DSStructureDef", 27, 0x2005),
-    {},
-};
+constinit ADAttributeEntry itemToDataDef[] = {KR_END_ROWS("DSLinkDataItm2DataDef", 20), {}};
+constinit ADAttributeEntry itemToSdd[] = {KR_END_ROWS("DSLinkDataItm2SDD", 22), {}};
+constinit ADAttributeEntry itemToSddAlias[] = {KR_END_ROWS("DSLinkDataItm2SDDAlias", 24), {}};
+constinit ADAttributeEntry structureToDef[] = {KR_END_ROWS("DSLinkDataStrc2StrctDef", 26), {}};
+#undef KR_END_ROWS
 
 _classStruct viewClasses[] = {
     {"ADAnnotationText", "ADObject", annotationText},

@@ -1,11 +1,13 @@
 // ADAttributeEntry.h — one row of a class's attribute table, the reflective
 // description that the repository client reads to get, set and compare any
-// object generically. Rows end with an all-zero row. The getter and setter are
-// typed member-function pointers; the row's type name says which member of the
-// union is live, so generic code never casts between function types.
+// object generically, and the one builder of each kind of row (attribute, role,
+// link end). Rows end with an all-zero row. The getter and setter are typed
+// member-function pointers; the row's type name says which member of the union
+// is live, so generic code never casts between function types.
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 class _ADObject;
 class ADObject;
@@ -91,4 +93,109 @@ inline bool adIsRoleRow(const ADAttributeEntry& row) {
 
 inline bool adIsEndRow(const ADAttributeEntry& row) {
     return (row.flags & 0x3) == 0x1;
+}
+
+// The two ends of a link: its "source" and "target" rows, in this order.
+enum : int { adSource = 0, adTarget = 1 };
+
+// What a link catalogue states of one link class: its name, and per end the
+// class there, the role that joins the link on an object of that class, and
+// the end row's flags. Every row that describes the link derives from this.
+struct ADLinkFacts {
+    const char* name;
+    const char* endClass[2];
+    const char* endRole[2];
+    std::uint32_t endFlags[2];
+};
+
+// One end's cardinality mirrors the other's: 1:1 with 1:1, one-to-many with
+// many-to-one, m:n with m:n.
+constexpr bool adCardinalitiesMirror(std::uint32_t sourceFlags, std::uint32_t targetFlags) noexcept {
+    std::uint32_t s = sourceFlags & 0xF000, t = targetFlags & 0xF000;
+    std::uint32_t mirror = s == adFlagOneToMany ? adFlagManyToOne : s == adFlagManyToOne ? adFlagOneToMany : s;
+    return s != 0 && t == mirror;
+}
+
+// What every catalogue row must satisfy: end rows flagged 0x1 and 0x5, two
+// role names, only the source ordered, at most one end controlling, mirrored
+// cardinalities.
+constexpr bool adLinkWellFormed(const ADLinkFacts& link) noexcept {
+    std::uint32_t s = link.endFlags[adSource], t = link.endFlags[adTarget];
+    return (s & 0xF) == adRowLinkSource && (t & 0xF) == adRowLinkTarget &&
+           std::string_view(link.endRole[adSource]) != link.endRole[adTarget] && !(t & adFlagOrdered) &&
+           !((s & adFlagControlling) && (t & adFlagControlling)) && adCardinalitiesMirror(s, t);
+}
+
+// A role row's flags: its end row's flags and the role bit.
+constexpr std::uint32_t adRoleFlags(std::uint32_t endFlags) noexcept { return endFlags | adFlagRole; }
+
+// The end at which an object holds `role` of the link; -1 when neither end
+// names it. (A link whose two roles had one name would be ambiguous here: the
+// catalogues' checks refuse that.)
+constexpr int adEndOfRole(const ADLinkFacts& link, std::string_view role) noexcept {
+    if (role == link.endRole[adSource]) return adSource;
+    if (role == link.endRole[adTarget]) return adTarget;
+    return -1;
+}
+
+// A role getter of an implementation class, stored as the base's.
+template <class Impl>
+constexpr ADGetter adRoleGetter(DSModelCollection* (Impl::*get)()) noexcept {
+    return ADGetter{.role = static_cast<DSModelCollection* (_ADObject::*)()>(get)};
+}
+
+// The builders of every row of every table.
+// An attribute: value type name and width, its reserved word, accessors, flags.
+constexpr ADAttributeEntry adAttributeRow(const char* name, const char* type, std::int32_t width, const void* word,
+                                          ADGetter getter, ADSetter setter, std::uint32_t flags) noexcept {
+    return ADAttributeEntry{name, nullptr, type, width, word, getter, setter, 0, flags};
+}
+
+// The role of an object at end `end` of a link: named by the link's role at
+// that end; the inverse role and the class at the far end; the link class;
+// the end row's flags with the role bit.
+constexpr ADAttributeEntry adRoleRow(const ADLinkFacts& link, int end, ADGetter getter) noexcept {
+    return ADAttributeEntry{link.endRole[end],
+                            link.endRole[1 - end],
+                            link.endClass[1 - end],
+                            4,
+                            link.name,
+                            getter,
+                            ADSetter{},
+                            0,
+                            adRoleFlags(link.endFlags[end])};
+}
+
+// A role that a link of another component joins, as the class holding it
+// states it: its name and getter. The component whose catalogue states the
+// link describes the rest when it loads (adDescribeRole).
+constexpr ADAttributeEntry adForeignRoleRow(const char* name, ADGetter getter) noexcept {
+    return ADAttributeEntry{name, nullptr, nullptr, 4, nullptr, getter, ADSetter{}, 0, 0};
+}
+
+// Describe a foreign role row from the link that joins it: everything
+// adRoleRow says but the name, the getter and the setter, which stay the
+// holding class's.
+inline void adDescribeRole(ADAttributeEntry& row, const ADLinkFacts& link, int end) noexcept {
+    ADAttributeEntry described = adRoleRow(link, end, ADGetter{});
+    row.inverse = described.inverse;
+    row.type = described.type;
+    row.width = described.width;
+    row.extra = described.extra;
+    row.flags = described.flags;
+}
+
+// The "source" or "target" row of a link class: the role that joins it at
+// that end, the class there, its reserved word, accessors and flags.
+constexpr ADAttributeEntry adEndRow(const ADLinkFacts& link, int end, const void* word, ADGetter getter,
+                                    ADSetter setter) noexcept {
+    return ADAttributeEntry{end == adSource ? "source" : "target",
+                            link.endRole[end],
+                            link.endClass[end],
+                            4,
+                            word,
+                            getter,
+                            setter,
+                            0,
+                            link.endFlags[end]};
 }

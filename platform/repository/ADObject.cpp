@@ -4,9 +4,8 @@
 
 #include "platform/repository/DSRegistrar.h"
 
-#include <atomic>
 #include <cctype>
-#include <climits>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -65,22 +64,35 @@ const char* ADObject::defaultObjID() noexcept { return "*new*"; }
 // ---- implementation base ------------------------------------------------
 
 namespace {
-std::atomic<unsigned long> nextIdentity{1};
+// Generated identities are "#" and a number. The numbers run upward from 1 and
+// move past every given ID of that form, so a generated identity differs from
+// every identity given or generated before it. Past the largest number they
+// start again at 1 (0 is never used). Either way registration passes over an
+// identity that is taken for the object's class and version (see
+// DSRegistrar::registerObj), so no object made with the default ID is ever
+// refused by the registry. Like the registry, meant for one thread.
+unsigned long nextNumber = 1;
+
+bool isDefaultID(const char* objID) { return !objID || std::strcmp(objID, ADObject::defaultObjID()) == 0; }
+
+std::string nextGeneratedIdentity() {
+    if (nextNumber == 0) nextNumber = 1;
+    char id[24];
+    std::snprintf(id, sizeof id, "#%lu", nextNumber++);
+    return id;
+}
 
 std::string identityFor(const char* objID) {
-    if (objID && std::strcmp(objID, ADObject::defaultObjID()) != 0) {
-        // A given ID of the generated form moves the generator past it, so no
-        // object made later with the default ID is handed the same identity.
-        if (objID[0] == '#' && std::isdigit(static_cast<unsigned char>(objID[1]))) {
-            char* end = nullptr;
-            unsigned long n = std::strtoul(objID + 1, &end, 10);
-            if (*end == '\0' && n < ULONG_MAX && n >= nextIdentity) nextIdentity = n + 1;
-        }
-        return objID;
+    if (isDefaultID(objID)) return nextGeneratedIdentity();
+    // A given ID of the generated form moves the numbers past it; one too
+    // large for a number is no identity the generator could make.
+    if (objID[0] == '#' && std::isdigit(static_cast<unsigned char>(objID[1]))) {
+        char* end = nullptr;
+        errno = 0;
+        unsigned long n = std::strtoul(objID + 1, &end, 10);
+        if (*end == '\0' && errno != ERANGE && n >= nextNumber) nextNumber = n + 1;
     }
-    char id[24];
-    std::snprintf(id, sizeof id, "#%lu", nextIdentity++);
-    return id;
+    return objID;
 }
 
 adnotify::Listener& listener() {
@@ -99,6 +111,7 @@ _ADObject::_ADObject(const char* context, const char* objID, int)
     : useCount_(1),
       status_(0),
       changes_(0),
+      identityGenerated_(isDefaultID(objID)),
       registeredClass_(nullptr),
       adName_(nullptr),
       objID_(identityFor(objID)),
@@ -106,6 +119,10 @@ _ADObject::_ADObject(const char* context, const char* objID, int)
 
 _ADObject::~_ADObject() {
     releaseLastHandle();
+    // The release step leaves the entry of an object whose status says deleted.
+    // When the bit was set directly rather than by markDeleted, that entry still
+    // names this object: it goes with the object, so no lookup finds freed memory.
+    DSRegistrar::deRegisterObj(this);
     std::free(adName_);
 }
 
@@ -114,6 +131,8 @@ void _ADObject::releaseLastHandle() noexcept {
     freeHandle();
     if (!(status_ & adStatusDeleted)) DSRegistrar::deRegisterObj(this);
 }
+
+void _ADObject::takeNextGeneratedIdentity() { objID_ = nextGeneratedIdentity(); }
 
 const char* _ADObject::whoAmI() { return "ADObject"; }
 const char* _ADObject::getClassName() { return whoAmI(); }

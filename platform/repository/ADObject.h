@@ -74,7 +74,10 @@ private:
 
 // Status bits of every implementation. getChangeFlag(null) answers 1 for a new
 // (not yet stored) object and 8 for a deleted one; a deleted object is already
-// off the registry, so its destructor does not deregister it again.
+// off the registry, so its destructor does not deregister it again. Should the
+// bit have been set directly (setStatus) on a registered object, the base
+// destructor takes off the entry that still names the object: no registry
+// entry outlives its object.
 enum : unsigned {
     adStatusNew = 1,
     adStatusDeleted = 2,
@@ -133,9 +136,14 @@ public:
     // ends) into `into`, so a whole repository can be released without cycles.
     void dropReferences(std::vector<ADObject>& into);
 
-    // Registry bookkeeping, used only by DSRegistrar.
+    // Registry bookkeeping, used only by DSRegistrar: the class name the object
+    // is registered under (null while it is not registered), and whether its
+    // identity was generated, in which case a taken one is exchanged for the
+    // next generated identity.
     const char* registeredClass() const noexcept { return registeredClass_; }
     void setRegisteredClass(const char* cls) noexcept { registeredClass_ = cls; }
+    bool identityGenerated() const noexcept { return identityGenerated_; }
+    void takeNextGeneratedIdentity();
 
 protected:
     // Release step shared by every destructor: with the last handle, free it and
@@ -146,6 +154,7 @@ private:
     int useCount_;
     unsigned status_;
     unsigned char changes_;  // bit 1: adName
+    bool identityGenerated_;
     const char* registeredClass_;
     char* adName_;
     std::string objID_;

@@ -1,5 +1,11 @@
-// DSModelCollection.cpp — cursor and ordering operations of the handle collection.
+// DSModelCollection.cpp — cursor and ordering operations of the handle
+// collection, and what a role's collection admits.
 #include "platform/repository/DSModelCollection.h"
+
+#include "platform/common/KVException.h"
+#include "platform/repository/ADLink.h"
+
+#include <cstdio>
 
 ADObject* DSModelCollection::first() noexcept {
     cursor_ = items_.empty() ? -1 : 0;
@@ -32,11 +38,37 @@ ADObject* DSModelCollection::at(long position) noexcept {
     return &items_[static_cast<size_t>(position)];
 }
 
+// A role holds links of its class in which its owner stands at the role's
+// end, each once; the link rules walk it on that trust (the duplicate test
+// reads every member's target). The owner is found through the link: its end
+// on the role's side must own this very collection.
+void DSModelCollection::admit(const ADObject& element) const {
+    if (!role_) return;
+    const char* linkClass = adRoleLinkClass(*role_);
+    _ADObject* o = element.impl();
+    if (!o || !o->isRelationshipObject() || !o->isKindOf(linkClass))
+        throw new KVException("ewswtarn_", 2498, linkClass, o ? o->whoAmI() : "", role_->name);
+    bool atSource = (role_->flags & 0xF) == adRowRoleAtSource;
+    auto* link = static_cast<_ADLink*>(o);
+    ADObject* owner = atSource ? link->getSource() : link->getTarget();
+    if (!owner || owner->isEmpty() || !role_->getter.role || (owner->impl()->*role_->getter.role)() != this)
+        throw new KVException("ewswtarn_", 2499, linkClass, role_->name, atSource ? "source" : "target");
+    if (long at = indexOf(&element); at >= 0) {
+        char position[24];
+        std::snprintf(position, sizeof position, "%ld", at);
+        throw new KVException("relSameTarget", 2441, linkClass, position);
+    }
+}
+
 void DSModelCollection::addFirst(const ADObject& element) { addAfter(element, -1); }
 
-void DSModelCollection::addLast(const ADObject& element) { items_.push_back(element); }
+void DSModelCollection::addLast(const ADObject& element) {
+    admit(element);
+    items_.push_back(element);
+}
 
 void DSModelCollection::addAfter(const ADObject& element, long position) {
+    admit(element);
     if (position < -1) position = -1;
     if (position >= count()) position = count() - 1;
     items_.insert(items_.begin() + (position + 1), element);

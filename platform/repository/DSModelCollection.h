@@ -1,6 +1,8 @@
 // DSModelCollection.h — the repository client's ordered collection of object
 // handles with one cursor. Roles keep their link handles in it; `first` and
 // `next` move the cursor and answer the handle there, or null past the end.
+// A role's collection is made with its role row and takes only the links that
+// belong in it (see the constructor); a plain collection takes any handle.
 #pragma once
 
 #include "platform/repository/ADObject.h"
@@ -10,6 +12,15 @@
 class DSModelCollection {
 public:
     DSModelCollection() = default;
+    // The collection of a role, described by its row in the owner's attribute
+    // table (role name, link class, the owner's end in the row's flags). The
+    // add operations refuse, throwing a KVException* and changing nothing:
+    //   2498 ("ewswtarn_": link class, class given or "" for an empty handle,
+    //        role name): the handle is empty or not a link of the role's class;
+    //   2499 ("ewswtarn_": link class, role name, "source" or "target"): the
+    //        link's end on the owner's side is not the object owning the role;
+    //   2441 ("relSameTarget": link class, position): the link is there already.
+    explicit DSModelCollection(const ADAttributeEntry* role) noexcept : role_(role) {}
     DSModelCollection(const DSModelCollection&) = delete;
     DSModelCollection& operator=(const DSModelCollection&) = delete;
 
@@ -38,10 +49,17 @@ public:
     // Hand every element over to `into`, leaving the collection empty.
     void drainInto(std::vector<ADObject>& into);
 
+    // The role row this collection keeps, or null for a plain collection.
+    const ADAttributeEntry* roleRow() const noexcept { return role_; }
+
     std::vector<ADObject>::const_iterator begin() const noexcept { return items_.begin(); }
     std::vector<ADObject>::const_iterator end() const noexcept { return items_.end(); }
 
 private:
+    // Throws unless a role's collection may take the element (see above).
+    void admit(const ADObject& element) const;
+
     std::vector<ADObject> items_;
     long cursor_ = -1;
+    const ADAttributeEntry* role_ = nullptr;
 };

@@ -38,9 +38,18 @@ _ADObject* DSRegistrar::findObj(const char* className, const char* objID, const 
 }
 
 int DSRegistrar::registerObj(_ADObject* obj) {
-    if (!obj) return 0;
-    obj->setRegisteredClass(obj->whoAmI());
-    return map().emplace(keyOf(obj), obj).second ? 1 : 0;
+    if (!obj || obj->registeredClass()) return 0;
+    const char* cls = obj->whoAmI();
+    for (;;) {
+        if (map().try_emplace(Key{sv(cls), sv(obj->objID()), sv(obj->context())}, obj).second) {
+            obj->setRegisteredClass(cls);
+            return 1;
+        }
+        // A generated identity that is taken for this class and version (a
+        // caller gave it, or the numbers started again) is passed over.
+        if (!obj->identityGenerated()) return 0;
+        obj->takeNextGeneratedIdentity();
+    }
 }
 
 int DSRegistrar::deRegisterObj(_ADObject* obj) {
@@ -48,6 +57,7 @@ int DSRegistrar::deRegisterObj(_ADObject* obj) {
     auto it = map().find(keyOf(obj));
     if (it == map().end() || it->second != obj) return 0;
     map().erase(it);
+    obj->setRegisteredClass(nullptr);
     return 1;
 }
 
@@ -74,8 +84,16 @@ std::size_t DSRegistrar::releaseAll() {
 }
 
 void DSRegistrar::collect(void (*visit)(_ADObject*, void*), void* user) {
-    std::vector<_ADObject*> live;
-    live.reserve(map().size());
-    for (auto& kv : map()) live.push_back(kv.second);
-    for (_ADObject* o : live) visit(o, user);
+    // A handle on every object registered now keeps each alive through the
+    // walk, whatever the visitor frees (deleting a link frees the end objects
+    // only the link held). An object that has left the registry by the time
+    // its turn comes is not visited.
+    std::vector<ADObject> held;
+    held.reserve(map().size());
+    for (auto& kv : map()) held.emplace_back(kv.second);
+    for (const ADObject& h : held)
+        if (h->registeredClass()) visit(h.impl(), user);
+    // The handles go now, and with them every object that only the walk still
+    // held. Each object's count includes its handle here, so no object freed
+    // on the way frees another that is still in the list.
 }

@@ -12,8 +12,11 @@ class DSRegistrar {
 public:
     static _ADObject* findObj(const char* className, const char* objID, const char* context);
     // Registers under the object's class name, ID and context. Answers 1, or 0
-    // for a null object or a key that is already taken.
+    // for a null object, one already registered, or a key that is already
+    // taken. An object whose identity was generated is never refused for a
+    // taken key: it takes the next generated identity that is free.
     static int registerObj(_ADObject* obj);
+    // Takes the object's own entry off. Answers 1, or 0 when it had none.
     static int deRegisterObj(_ADObject* obj);
     // String hash of a class name: h = (h * 32 + c) mod 1000003 from 0.
     static unsigned long hashFn(const char* className);
@@ -23,7 +26,11 @@ public:
     // Objects no caller holds a handle on are freed now; the others when their
     // last handle goes. Answers the number of objects that were registered.
     static std::size_t releaseAll();
-    // Call f for every registered object (in no particular order).
+    // Call f for every object registered when the walk begins and still
+    // registered when its turn comes (in no particular order). The walk holds
+    // a handle on each of those objects until it ends, so f may delete links,
+    // drop handles or release the repository: what that frees goes when the
+    // walk ends, and while f runs every use count is one higher.
     template <class F>
     static void forEach(F&& f);
 

@@ -33,8 +33,13 @@ int ownRow(const char* name) {
 }
 }  // namespace
 
+// Each role's collection is made with its row of partTable.
 _KVPart::_KVPart(const char* context, const char* objID, int instantiate)
-    : _ADObject(context, objID, instantiate), changes_(0) {}
+    : _ADObject(context, objID, instantiate),
+      changes_(0),
+      pAnnotationText_(&partTable[0]),
+      dependsOn_(&partTable[1]),
+      dependents_(&partTable[2]) {}
 
 int _KVPart::isNamedObject() { return 1; }
 

@@ -9,8 +9,10 @@
 #include <functional>
 #include <memory>
 #include <sstream>
+#include <string_view>
 #include <tuple>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 namespace krrandom {
@@ -36,6 +38,7 @@ std::uint32_t ByteChoices::below(std::uint32_t n) {
 void Tally::add(const Tally& other) {
     for (const auto& [k, v] : other.operations) operations[k] += v;
     for (const auto& [k, v] : other.thrown) thrown[k] += v;
+    for (const auto& [k, v] : other.roleRefused) roleRefused[k] += v;
     steps += other.steps;
 }
 
@@ -45,6 +48,8 @@ std::string Tally::summary() const {
     for (const auto& [k, v] : operations) out << ' ' << k << '=' << v;
     out << "; refused:";
     for (const auto& [k, v] : thrown) out << ' ' << k << '=' << v;
+    out << "; role refused:";
+    for (const auto& [k, v] : roleRefused) out << ' ' << k << '=' << v;
     return out.str();
 }
 
@@ -182,6 +187,59 @@ std::vector<_ADObject*> members(DSModelCollection* c) {
     for (const ADObject& h : *c) v.push_back(h.impl());
     return v;
 }
+
+bool isRegistered(_ADObject* o) { return DSRegistrar::findObj(o->whoAmI(), o->objID(), o->context()) == o; }
+
+// Every link in the roles of an object, copied before anything changes them.
+std::vector<ADObject> linksInRoles(_ADObject* o) {
+    std::vector<ADObject> links;
+    for (const RoleRow& r : rowsOf(o).roles)
+        for (const ADObject& h : *(o->*r.row->getter.role)()) links.push_back(h);
+    return links;
+}
+
+// Objects in creation order (generated IDs by number), so a replay, whose
+// generated numbers may start elsewhere, makes the same choices.
+void sortByCreation(std::vector<_ADObject*>& v) {
+    using Key = std::tuple<long, std::string_view, std::string_view, std::string_view, _ADObject*>;
+    std::vector<Key> keys;
+    keys.reserve(v.size());
+    for (_ADObject* o : v)
+        keys.emplace_back(o->objID()[0] == '#' ? std::atol(o->objID() + 1) : 0L, o->objID(), o->context(), o->whoAmI(),
+                          o);
+    std::sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) {
+        return std::tie(std::get<0>(a), std::get<1>(a), std::get<2>(a), std::get<3>(a)) <
+               std::tie(std::get<0>(b), std::get<1>(b), std::get<2>(b), std::get<3>(b));
+    });
+    for (std::size_t i = 0; i < v.size(); ++i) v[i] = std::get<4>(keys[i]);
+}
+
+std::vector<_ADObject*> registeredObjects() {
+    std::vector<_ADObject*> v;
+    DSRegistrar::forEach([&](_ADObject* o) { v.push_back(o); });
+    return v;
+}
+
+// Every live object the run can reach: the registered ones, the ones it holds,
+// and what their roles and link ends hold. Besides the registered objects that
+// are deleted objects a link still has at an end (markDeleted takes an object
+// that is no link off the registry but leaves its links alone).
+std::vector<_ADObject*> reachableObjects(const std::vector<ADObject>& held) {
+    std::vector<_ADObject*> all = registeredObjects();
+    std::unordered_set<_ADObject*> seen(all.begin(), all.end());
+    auto reach = [&](const ADObject& h) {
+        if (!h.isEmpty() && seen.insert(h.impl()).second) all.push_back(h.impl());
+    };
+    for (const ADObject& h : held) reach(h);
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        _ADObject* o = all[i];
+        for (const RoleRow& r : rowsOf(o).roles)
+            for (const ADObject& h : *(o->*r.row->getter.role)()) reach(h);
+        if (isLink(o))
+            for (int e = 0; e < 2; ++e) reach(asLink(o)->endSlot(e));
+    }
+    return all;
+}
 }  // namespace
 
 DSModelCollection* Driver::roleOf(_ADObject* owner, const char* linkClass, int end) {
@@ -192,18 +250,17 @@ DSModelCollection* Driver::roleOf(_ADObject* owner, const char* linkClass, int e
 
 // ---- snapshots: the whole graph, flattened -------------------------------
 
-// Every registered object in address order with its use count, its ends and
-// end change bits (links) and its role members. A link to leave out is skipped
-// everywhere, and the references it holds are taken off the use counts: so the
-// graph after a refused creation that left its link behind compares with the
-// graph before.
+// Every reachable object in address order with its use count, whether it is
+// registered, its ends and end change bits (links) and its role members. A link
+// to leave out is skipped everywhere, and the references it holds are taken off
+// the use counts: so the graph after a refused creation that left its link
+// behind compares with the graph before.
 class Driver::Snapshot {
 public:
-    void take(_ADObject* leaveOut = nullptr) {
-        objects.clear();
+    void take(const std::vector<ADObject>& held, _ADObject* leaveOut = nullptr) {
+        objects = reachableObjects(held);
         words.clear();
         starts.clear();
-        DSRegistrar::forEach([&](_ADObject* o) { objects.push_back(o); });
         std::sort(objects.begin(), objects.end());
         for (_ADObject* o : objects) {
             if (o == leaveOut) continue;
@@ -213,6 +270,7 @@ public:
             starts.emplace_back(words.size(), o);
             words.push_back(reinterpret_cast<std::uintptr_t>(o));
             words.push_back(static_cast<std::uintptr_t>(count));
+            words.push_back(isRegistered(o));
             if (isLink(o)) {
                 for (int e = 0; e < 2; ++e)
                     words.push_back(reinterpret_cast<std::uintptr_t>(asLink(o)->endSlot(e).impl()));
@@ -278,12 +336,13 @@ bool Driver::step() {
     notified().notes.clear();
     using Op = void (Driver::*)();
     static const std::pair<int, Op> ops[] = {
-        {12, &Driver::newObject},     {8, &Driver::byIdentity},   {6, &Driver::copyHandle},
-        {6, &Driver::dropHandle},     {30, &Driver::createLink},  {14, &Driver::setLinkEnd},
-        {5, &Driver::setSourceAfter}, {5, &Driver::moveInSource}, {8, &Driver::setAttribute},
-        {3, &Driver::setChangeBit},   {1, &Driver::releaseAll},
+        {12, &Driver::newObject},        {8, &Driver::byIdentity},   {6, &Driver::copyHandle},
+        {6, &Driver::dropHandle},        {30, &Driver::createLink},  {14, &Driver::setLinkEnd},
+        {5, &Driver::setSourceAfter},    {5, &Driver::moveInSource}, {8, &Driver::setAttribute},
+        {3, &Driver::setChangeBit},      {1, &Driver::releaseAll},   {3, &Driver::markDeleted},
+        {1, &Driver::walkDeletingLinks}, {2, &Driver::deletedBit},   {3, &Driver::misuseRole},
     };
-    std::uint32_t r = choices_.below(98);
+    std::uint32_t r = choices_.below(107);
     for (const auto& [weight, op] : ops) {
         if (r < static_cast<std::uint32_t>(weight)) {
             (this->*op)();
@@ -409,17 +468,9 @@ void Driver::byIdentity() {
     ++tally_.operations["identity"];
     std::string cls, id, ctx;
     if (choices_.percent(40)) {
-        std::vector<_ADObject*> live;
-        DSRegistrar::forEach([&](_ADObject* o) { live.push_back(o); });
+        std::vector<_ADObject*> live = registeredObjects();
         if (live.empty()) return;
-        // In creation order (generated IDs by number), so a replay picks the same.
-        std::sort(live.begin(), live.end(), [](_ADObject* a, _ADObject* b) {
-            auto key = [](_ADObject* o) {
-                return std::make_tuple(o->objID()[0] == '#' ? std::atol(o->objID() + 1) : 0L, std::string(o->objID()),
-                                       std::string(o->context()), std::string(o->whoAmI()));
-            };
-            return key(a) < key(b);
-        });
+        sortByCreation(live);
         _ADObject* o = live[choices_.below(static_cast<std::uint32_t>(live.size()))];
         cls = o->whoAmI(), id = o->objID(), ctx = o->context();
     } else {
@@ -505,6 +556,241 @@ void Driver::releaseAll() {
     });
 }
 
+// ---- deletion, status and misuse --------------------------------------------
+
+// A caller lets a deleted object go: every handle the run holds on it is dropped.
+void Driver::letGo(_ADObject* o) {
+    for (ADObject& h : slots_)
+        if (h == o) h = ADObject();
+}
+
+// markDeleted on a link takes it out of both ends' roles, empties its ends and
+// takes it off the registry; on any other object it only takes it off. An
+// object whose deleted bit is already set stays as it is (a link still leaves
+// its ends). A list given takes the object when it is taken off.
+void Driver::markDeleted() {
+    ADObject target;
+    if (choices_.percent(60)) {
+        target = pickLink(false);
+    } else if (int i = pickHeld(nullptr, nullptr); i >= 0) {
+        target = slots_[static_cast<std::size_t>(i)];
+    }
+    if (target.isEmpty()) return;
+    _ADObject* o = target.impl();
+    bool withList = choices_.percent(50);
+    operation_ = "mark deleted " + describe(&target) + (withList ? " into a list" : "");
+    ++tally_.operations["mark deleted"];
+    bool wasDeleted = (o->status() & adStatusDeleted) != 0;
+    bool wasRegistered = isRegistered(o);
+    ADObject ends[2];
+    if (isLink(o))
+        for (int e = 0; e < 2; ++e) ends[e] = asLink(o)->endSlot(e);
+
+    Snapshot before;
+    before.take(slots_);
+    {
+        DSModelCollection list;
+        o->markDeleted(withList ? &list : nullptr, 0);
+        long listed = withList && !wasDeleted ? 1 : 0;
+        if (list.count() != listed || (listed && !(*list.at(0) == target)))
+            return fail("the list holds " + std::to_string(list.count()) + " objects");
+    }
+    if (!(o->status() & adStatusDeleted) || o->getChangeFlag(nullptr) != 8) return fail("not marked deleted");
+    if (isRegistered(o) != (wasDeleted && wasRegistered)) return fail("registered after markDeleted");
+    if (!notified().notes.empty()) return fail("notified " + notified().notes[0].second);
+    if (isLink(o)) {
+        for (int e = 0; e < 2; ++e) {
+            if (!asLink(o)->endSlot(e).isEmpty()) return fail(std::string("kept its ") + endName[e]);
+            if (!ends[e].isEmpty() && roleOf(ends[e].impl(), o->whoAmI(), e)->indexOf(&target) >= 0)
+                return fail(std::string("still in the role of its former ") + endName[e]);
+        }
+    } else {
+        // Apart from the registry, nothing changes.
+        Snapshot now;
+        now.take(slots_);
+        for (std::size_t i = 0; i < now.objects.size(); ++i)
+            if (now.objects[i] == o) {
+                auto& w = now.words[now.starts[i].first + 2];
+                w = wasRegistered;
+            }
+        if (now.words != before.words) return fail("graph changed by " + before.firstDifference(now));
+    }
+    letGo(o);
+}
+
+// A registry walk whose visitor deletes links: the chosen links, and every
+// link in the roles of the chosen objects. What the deleted links alone held
+// goes with them; every visit finds a registered object.
+void Driver::walkDeletingLinks() {
+    std::vector<_ADObject*> live = registeredObjects();
+    if (live.empty()) return;
+    sortByCreation(live);
+    std::unordered_set<_ADObject*> chosen;
+    operation_ = "walk deleting the links of";
+    for (std::uint32_t n = 1 + choices_.below(3); n > 0; --n) {
+        _ADObject* o = live[choices_.below(static_cast<std::uint32_t>(live.size()))];
+        if (chosen.insert(o).second) operation_.append(" ").append(o->whoAmI()).append(":").append(o->objID());
+    }
+    ++tally_.operations["walk deleting links"];
+
+    // The links that go; held here, so each can be looked at afterwards.
+    std::vector<ADObject> doomed;
+    for (_ADObject* o : live) {
+        if (!chosen.count(o)) continue;
+        if (isLink(o))
+            doomed.emplace_back(o);
+        else
+            for (ADObject& l : linksInRoles(o)) doomed.push_back(std::move(l));
+    }
+    std::unordered_set<_ADObject*> doomedLinks;
+    std::unordered_map<_ADObject*, int> heldByDoomed;  // handles the doomed links' ends hold
+    std::unordered_set<_ADObject*> bitBefore;
+    for (const ADObject& l : doomed) {
+        if (!doomedLinks.insert(l.impl()).second) continue;
+        for (int e = 0; e < 2; ++e)
+            if (!asLink(l.impl())->endSlot(e).isEmpty()) ++heldByDoomed[asLink(l.impl())->endSlot(e).impl()];
+        if (l->status() & adStatusDeleted) bitBefore.insert(l.impl());
+    }
+    // What stays registered: a doomed link only when its deleted bit was set
+    // already; any other object unless the doomed links held its last handles.
+    std::unordered_set<_ADObject*> stays;
+    for (_ADObject* o : live)
+        if (doomedLinks.count(o) ? bitBefore.count(o) != 0 : o->_get_useCount() > heldByDoomed[o]) stays.insert(o);
+
+    std::unordered_set<_ADObject*> visited;
+    DSRegistrar::forEach([&](_ADObject* o) {
+        if (!isRegistered(o)) fail("visited " + std::string(o->whoAmI()) + ":" + o->objID() + ", not registered");
+        visited.insert(o);
+        if (!chosen.count(o)) return;
+        if (isLink(o))
+            o->markDeleted(nullptr, 0);
+        else
+            for (ADObject& l : linksInRoles(o)) l->markDeleted(nullptr, 0);
+    });
+    if (!failure_.empty()) return;
+    for (_ADObject* o : live)
+        if (!visited.count(o) && stays.count(o))
+            return fail("the walk missed " + std::string(o->whoAmI()) + ":" + o->objID());
+    std::vector<_ADObject*> after = registeredObjects();
+    if (after.size() != stays.size()) {
+        return fail(std::to_string(after.size()) + " objects registered after the walk, not " +
+                    std::to_string(stays.size()));
+    }
+    for (_ADObject* o : after)
+        if (!stays.count(o)) return fail(std::string(o->whoAmI()) + ":" + o->objID() + " is still registered");
+    for (const ADObject& l : doomed) {
+        if (!asLink(l.impl())->endSlot(krSource).isEmpty() || !asLink(l.impl())->endSlot(krTarget).isEmpty())
+            return fail(describe(&l) + " kept an end");
+        if (!(l->status() & adStatusDeleted)) return fail(describe(&l) + " is not marked deleted");
+    }
+    for (const ADObject& l : doomed) letGo(l.impl());
+}
+
+// Sets or clears the deleted bit directly: the object stays registered, and
+// when its last handle goes no registry entry may stay behind.
+void Driver::deletedBit() {
+    int i = pickHeld(nullptr, nullptr);
+    if (i < 0) return;
+    _ADObject* o = slots_[static_cast<std::size_t>(i)].impl();
+    bool set = choices_.percent(70);
+    operation_ =
+        std::string(set ? "set" : "clear") + " the deleted bit of " + describe(&slots_[static_cast<std::size_t>(i)]);
+    ++tally_.operations["deleted bit"];
+    if (set)
+        o->setStatus(adStatusDeleted);
+    else
+        o->clearStatus(adStatusDeleted);
+    if ((o->getChangeFlag(nullptr) == 8) != set)
+        return fail("change flag " + std::to_string(o->getChangeFlag(nullptr)));
+    if (!isRegistered(o)) return fail("no longer registered");
+}
+
+// Adds to a role what does not belong there: an empty handle, an object that
+// is no link, a link of another class (2498), a link of the role's class at
+// another object (2499), a link that is there already (2441). Every one is
+// refused and nothing changes, the cursor included.
+void Driver::misuseRole() {
+    int i = pickHeld([](const ADObject& h, const void*) { return !rowsOf(h.impl()).roles.empty(); }, nullptr);
+    if (i < 0) return;
+    _ADObject* owner = slots_[static_cast<std::size_t>(i)].impl();
+    const auto& roles = rowsOf(owner).roles;
+    const RoleRow& r = roles[choices_.below(static_cast<std::uint32_t>(roles.size()))];
+    DSModelCollection* role = (owner->*r.row->getter.role)();
+    const char* linkClass = adRoleLinkClass(*r.row);
+
+    std::vector<_ADObject*> live = registeredObjects();
+    sortByCreation(live);
+    std::vector<_ADObject*> fit;
+    ADObject element;
+    long expected = 2498;
+    switch (choices_.below(5)) {
+        case 0:
+            break;  // an empty handle
+        case 1:
+            for (_ADObject* o : live)
+                if (!isLink(o)) fit.push_back(o);
+            break;
+        case 2:
+            for (_ADObject* o : live)
+                if (isLink(o) && std::strcmp(o->whoAmI(), linkClass) != 0) fit.push_back(o);
+            break;
+        case 3:
+            expected = 2499;
+            for (_ADObject* o : live)
+                if (isLink(o) && std::strcmp(o->whoAmI(), linkClass) == 0 && !(asLink(o)->endSlot(r.end) == owner))
+                    fit.push_back(o);
+            break;
+        default:
+            expected = 2441;
+            for (const ADObject& h : *role) fit.push_back(h.impl());
+            break;
+    }
+    if (expected != 2498 || !fit.empty()) {
+        if (fit.empty()) return;
+        element = fit[choices_.below(static_cast<std::uint32_t>(fit.size()))];
+    }
+    std::uint32_t how = choices_.below(3);
+    long position = static_cast<long>(choices_.below(static_cast<std::uint32_t>(role->count() + 4))) - 2;
+    operation_ = std::string("add ") + describe(&element) + " to " + owner->whoAmI() + ":" + owner->objID() + "." +
+                 r.row->name +
+                 (how == 0   ? " last"
+                  : how == 1 ? " first"
+                             : " after " + std::to_string(position));
+    ++tally_.operations["misuse role"];
+
+    long cursor = role->indexOf();
+    Snapshot before;
+    before.take(slots_);
+    std::unique_ptr<KVException> e;
+    try {
+        if (how == 0)
+            role->addLast(element);
+        else if (how == 1)
+            role->addFirst(element);
+        else
+            role->addAfter(element, position);
+    } catch (KVException* thrown) {
+        e.reset(thrown);
+    }
+    if (!e) return fail("accepted");
+    ++tally_.roleRefused[e->number()];
+    if (e->number() != expected)
+        return fail("refused with " + std::to_string(e->number()) + ", expected " + std::to_string(expected));
+    const char* want2498[] = {linkClass, element.isEmpty() ? "" : element->whoAmI(), r.row->name};
+    const char* want2499[] = {linkClass, r.row->name, endName[r.end]};
+    std::string where = std::to_string(role->indexOf(&element));
+    const char* want2441[] = {linkClass, where.c_str()};
+    const char* const* want = expected == 2498 ? want2498 : expected == 2499 ? want2499 : want2441;
+    int texts = expected == 2441 ? 2 : 3;
+    if (e->textCount() != texts) return fail(std::to_string(e->textCount()) + " texts: " + e->message());
+    for (int t = 0; t < texts; ++t)
+        if (std::strcmp(e->text(t), want[t]) != 0) return fail("texts " + e->message());
+    if (role->indexOf() != cursor) return fail("the cursor moved");
+    Snapshot now;
+    now.take(slots_);
+    if (now.words != before.words) return fail("a refused addition changed " + before.firstDifference(now));
+}
+
 // ---- link operations --------------------------------------------------------
 
 void Driver::createLink() {
@@ -566,7 +852,7 @@ void Driver::createLink() {
     long afterAt = sourceRole && present(&after) ? sourceRole->indexOf(&after) : -1;
 
     Snapshot before;
-    before.take();
+    before.take(slots_);
     std::unique_ptr<ADLink> made;
     ADObject* a = after.isEmpty() && choices_.percent(50) ? nullptr : &after;
     long actual = thrownBy([&] { made.reset(ewswtarnCreateLink(lc.name, s, t, a, placeAfter)); });
@@ -593,7 +879,7 @@ void Driver::createLink() {
             return fail("a refused creation left " + describe(&first) + " registered");
         }
         Snapshot now;
-        now.take(left);
+        now.take(slots_, left);
         if (now.words != before.words) return fail("a refused creation changed " + before.firstDifference(now));
         return;
     }
@@ -658,7 +944,7 @@ void Driver::setLinkEnd() {
     if (proceeds && (how & omClearChanged)) bitAfter = false;
 
     Snapshot before;
-    before.take();
+    before.take(slots_);
     long actual = thrownBy([&] { (end == krSource ? l->_set_source(n, how) : l->_set_target(n, how)); });
     if (!checkThrowOutcome(expected, actual, "end setter")) return;
     std::size_t notes = expected || !proceeds || !(how & (omStore | omSetChanged)) ? 0 : 1;
@@ -672,7 +958,7 @@ void Driver::setLinkEnd() {
         // Apart from that bit, the graph is as it was.
         Snapshot now;
         l->setEndChanged(mask, bit);
-        now.take();
+        now.take(slots_);
         l->setEndChanged(mask, bitNow);
         if (now.words != before.words) return fail("graph changed by " + before.firstDifference(now));
         return;
@@ -724,7 +1010,7 @@ void Driver::setSourceAfter() {
     if (moves && present(a)) want = role->indexOf(a) + 1;
 
     Snapshot before;
-    before.take();
+    before.take(slots_);
     long actual = thrownBy([&] { l->setSourceAfter(&next, a, how); });
     if (!checkThrowOutcome(expected, actual, "ordered source setter")) return;
     bool bitAfter = bit;
@@ -734,7 +1020,7 @@ void Driver::setSourceAfter() {
     if (!moves) {
         Snapshot now;
         l->setEndChanged(adEndSource, bit);
-        now.take();
+        now.take(slots_);
         l->setEndChanged(adEndSource, bitAfter);
         if (now.words != before.words) return fail("graph changed by " + before.firstDifference(now));
         return;
@@ -897,13 +1183,18 @@ bool Driver::checkThrowOutcome(long expected, long actual, const char* what) {
 
 bool Driver::check() {
     struct Node {
+        bool registered = false;
         int references = 0;  // handles found on the object
         int roleEntries = 0;
         int ends = 0;
     };
     std::unordered_map<_ADObject*, Node> live;
-    DSRegistrar::forEach([&](_ADObject* o) { live.emplace(o, Node{}); });
-    if (live.size() != DSRegistrar::count()) fail("registry walk and count disagree");
+    std::size_t registered = 0;
+    DSRegistrar::forEach([&](_ADObject* o) {
+        live[o].registered = true;
+        ++registered;
+    });
+    if (registered != DSRegistrar::count()) fail("registry walk and count disagree");
     auto name = [](_ADObject* o) { return std::string(o->whoAmI()) + ":" + o->objID() + "@" + o->context(); };
     for (const ADObject& h : slots_) {
         if (h.isEmpty()) continue;
@@ -914,20 +1205,27 @@ bool Driver::check() {
         }
         ++it->second.references;
     }
-    for (auto& [o, node] : live) {
-        if (DSRegistrar::findObj(o->whoAmI(), o->objID(), o->context()) != o)
-            fail(name(o) + " is not found by its identity");
+    // Objects reached through roles and ends join as they are found; a deleted
+    // object is the only kind that may live off the registry.
+    std::vector<_ADObject*> work;
+    for (auto& [o, node] : live) work.push_back(o);
+    auto reach = [&](const ADObject& h) -> Node& {
+        auto [it, added] = live.try_emplace(h.impl());
+        if (added) work.push_back(h.impl());
+        return it->second;
+    };
+    for (std::size_t i = 0; i < work.size(); ++i) {
+        _ADObject* o = work[i];
         for (const RoleRow& r : rowsOf(o).roles) {
             const char* linkClass = adRoleLinkClass(*r.row);
             for (const ADObject& h : *(o->*r.row->getter.role)()) {
-                auto it = h.isEmpty() ? live.end() : live.find(h.impl());
-                if (it == live.end()) {
-                    fail("role " + name(o) + "." + r.row->name + " holds " +
-                         (h.isEmpty() ? std::string("an empty handle") : name(h.impl()) + ", which is not registered"));
+                if (h.isEmpty()) {
+                    fail("role " + name(o) + "." + r.row->name + " holds an empty handle");
                     return false;
                 }
-                ++it->second.references;
-                ++it->second.roleEntries;
+                Node& member = reach(h);
+                ++member.references;
+                ++member.roleEntries;
                 if (std::strcmp(h->whoAmI(), linkClass) != 0) {
                     fail("role " + name(o) + "." + r.row->name + " holds a " + h->whoAmI());
                     return false;
@@ -942,13 +1240,8 @@ bool Driver::check() {
         for (int e = 0; e < 2; ++e) {
             ADObject& end = l->endSlot(e);
             if (end.isEmpty()) continue;
-            auto it = live.find(end.impl());
-            if (it == live.end()) {
-                fail("the " + std::string(endName[e]) + " of " + name(o) + " is not registered");
-                return false;
-            }
-            ++it->second.references;
-            ++node.ends;
+            ++reach(end).references;
+            ++live[o].ends;
             if (!end->isKindOf(l->linkInfo().endClass[e])) {
                 fail("the " + std::string(endName[e]) + " of " + name(o) + " is a " + end->whoAmI());
                 return false;
@@ -960,6 +1253,12 @@ bool Driver::check() {
         }
     }
     for (auto& [o, node] : live) {
+        if (node.registered) {
+            if (DSRegistrar::findObj(o->whoAmI(), o->objID(), o->context()) != o)
+                fail(name(o) + " is not found by its identity");
+        } else if (!(o->status() & adStatusDeleted)) {
+            fail(name(o) + " is live, not deleted and not registered");
+        }
         if (node.roleEntries != node.ends)
             fail(name(o) + " stands in " + std::to_string(node.roleEntries) + " roles with " +
                  std::to_string(node.ends) + " ends set");

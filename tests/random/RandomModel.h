@@ -2,12 +2,16 @@
 // random classes made by identity and with the default ID, links of random
 // classes between random objects (many of which must be refused), end setters,
 // re-ordering, attribute setters with random processing modes, copied and
-// dropped handles, and whole-repository releases. After every operation the
-// model's invariants are checked against the live registry:
+// dropped handles, whole-repository releases, markDeleted on links and other
+// objects, the deleted status bit set directly, registry walks whose visitor
+// deletes links, and additions to role collections of what does not belong
+// there (all refused). After every operation the model's invariants are
+// checked over every live object (the registered ones and what they reach):
 //   - every link stands once in its source's role and once in its target's role
 //     and nowhere else (a link with an empty end stands only in its set end's role);
 //   - a role holds only links of its class whose end at that side is the role's owner;
-//   - every live object is registered and found by identity;
+//   - every live object is registered and found by identity, except a deleted
+//     one that a link still has at an end;
 //   - every use count equals the handles that exist on the object (the driver's
 //     own, role members, link ends);
 //   - an operation that threw left the graph as it was, except for the one
@@ -68,7 +72,8 @@ private:
 // What a run did: operations by kind, exceptions by number.
 struct Tally {
     std::map<std::string, std::uint64_t> operations;
-    std::map<long, std::uint64_t> thrown;
+    std::map<long, std::uint64_t> thrown;       // by the link rules
+    std::map<long, std::uint64_t> roleRefused;  // by role collections
     std::uint64_t steps = 0;
     void add(const Tally& other);
     std::string summary() const;
@@ -106,8 +111,13 @@ private:
     void setAttribute();
     void setChangeBit();
     void releaseAll();
+    void markDeleted();
+    void walkDeletingLinks();
+    void deletedBit();
+    void misuseRole();
 
     // Helpers.
+    void letGo(_ADObject* o);
     int freeSlot();
     int pickHeld(bool (*accept)(const ADObject&, const void*), const void* arg);
     ADObject pickEnd(const char* endClass);

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace krmwtarn {
 
@@ -13,14 +14,18 @@ namespace krmwtarn {
 // bad, missing or extra arguments).
 enum ExitStatus : int { exitDone = 0, exitBadInput = 1, exitBadUsage = 2 };
 
-// ROOT defaults to the sample object the view is rooted in.
-int expand(const std::string& view, const std::optional<std::string>& root, bool asJson);
-// FILE "-" is standard output.
-int exportSample(const std::string& file);
+// The view commands work on the built-in sample, with DECKS on the definitions
+// read from those generation decks, or with REPO (not empty) on every unit
+// retrieved from that repository. ROOT defaults to the object the view is
+// usually rooted in (the sample's, or the first DBD or PSB).
+int expand(const std::string& view, const std::optional<std::string>& root, bool asJson,
+           const std::vector<std::string>& decks, const std::string& repo);
+// Every DBD and PSB as JSON documents; FILE "-" is standard output.
+int exportDefinitions(const std::string& file, const std::vector<std::string>& decks, const std::string& repo);
 // FILE "-" is standard input; with asJson the imported repository is printed
 // as documents again instead of a count.
 int importDocuments(const std::string& file, bool asJson);
-int graph(const std::string& root);
+int graph(const std::optional<std::string>& root, const std::vector<std::string>& decks, const std::string& repo);
 int views();
 int view(const std::string& name);
 int classes();

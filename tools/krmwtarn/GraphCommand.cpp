@@ -5,7 +5,7 @@
 // walking straight back over the role it came by.
 #include "tools/krmwtarn/Commands.h"
 
-#include "tools/sample/SampleModel.h"
+#include "tools/krmwtarn/Definitions.h"
 
 #include <cstdio>
 #include <cstring>
@@ -73,20 +73,18 @@ private:
 };
 }  // namespace
 
-int krmwtarn::graph(const std::string& name) {
-    sample::Model model = sample::build();
-    const char* root = name.c_str();
-    int status = exitDone;
+int krmwtarn::graph(const std::optional<std::string>& name, const std::vector<std::string>& decks,
+                    const std::string& repo) {
+    Definitions defs(decks, repo);
+    if (!defs.ok()) return exitBadInput;
+    const char* root = name ? name->c_str() : nullptr;
     _ADObject* start = nullptr;
     for (const char* cls : {"DSDBD", "DSPSB", "DSPCB"})
-        if (!start) start = DSRegistrar::findObj(cls, root, sample::kVersion);
+        if (!start) start = defs.find(cls, root);
     if (!start) {
-        std::fprintf(stderr, "krmwtarn graph: the sample has no DBD, PSB or PCB named '%s'\n", root);
-        status = exitBadInput;
-    } else {
-        Printer().object(start, 0, "");
+        std::fprintf(stderr, "krmwtarn graph: %s has no DBD, PSB or PCB named '%s'\n", defs.origin(), root ? root : "");
+        return exitBadInput;
     }
-    model = sample::Model();
-    DSRegistrar::releaseAll();
-    return status;
+    Printer().object(start, 0, "");
+    return exitDone;
 }

@@ -30,24 +30,6 @@ int withRepository(const std::string& repo, std::ostream& err, F&& f) {
     return status;
 }
 
-nlohmann::json documents() {
-    DLLView_init::initAll();
-    std::vector<_ADObject*> roots;
-    DSRegistrar::forEach([&](_ADObject* o) {
-        if (!std::strcmp(o->whoAmI(), "DSDBD") || !std::strcmp(o->whoAmI(), "DSPSB")) roots.push_back(o);
-    });
-    // DBDs before PSBs, each by version and ID.
-    std::sort(roots.begin(), roots.end(), [](_ADObject* a, _ADObject* b) {
-        return std::make_tuple(std::strcmp(a->whoAmI(), "DSDBD") != 0, std::string(a->context()), std::string(a->objID())) <
-               std::make_tuple(std::strcmp(b->whoAmI(), "DSDBD") != 0, std::string(b->context()), std::string(b->objID()));
-    });
-    nlohmann::json docs = nlohmann::json::array();
-    for (_ADObject* r : roots)
-        docs.push_back(viewdoc::exportView(
-            DLLViewType::find(!std::strcmp(r->whoAmI(), "DSDBD") ? "CORVIAPOPULATEDBD" : "CORVIAPSB"), r));
-    return nlohmann::json{{"documents", docs}};
-}
-
 }  // namespace
 
 int storeSample(const std::string& repo, std::ostream& out, std::ostream& err) {
@@ -113,39 +95,6 @@ int copyRepository(const std::string& repo, const std::string& target, std::ostr
         std::unique_ptr<krstore::Repository> into = krstore::Repository::open(target);
         std::size_t units = r.copyInto(*into);
         out << "copied " << units << " units from " << r.location() << " into " << into->location() << "\n";
-        return 0;
-    });
-}
-
-int exportAll(const std::string& repo, std::ostream& out, std::ostream& err) {
-    return withRepository(repo, err, [&](krstore::Repository& r) {
-        r.retrieveAll();
-        out << documents().dump(2) << "\n";
-        return 0;
-    });
-}
-
-int expand(const std::string& repo, const std::string& viewName, const std::string& root, std::ostream& out,
-           std::ostream& err) {
-    return withRepository(repo, err, [&](krstore::Repository& r) {
-        DLLView_init::initAll();
-        DLLViewType* view = DLLViewType::find(viewName.c_str());
-        if (!view) {
-            err << "krmwtarn: no view named '" << viewName << "' (see 'krmwtarn views')\n";
-            return 1;
-        }
-        r.retrieveAll();
-        const char* cls = view->_get_adViewList() ? view->_get_adViewList()->className : "";
-        _ADObject* found = nullptr;
-        DSRegistrar::forEach([&](_ADObject* o) {
-            if (!found && o->isKindOf(cls) && (root == o->objID() || (o->_get_adName() && root == o->_get_adName())))
-                found = o;
-        });
-        if (!found) {
-            err << "krmwtarn: the repository has no " << cls << " named '" << root << "'\n";
-            return 1;
-        }
-        out << viewdoc::exportView(view, found).dump(2) << "\n";
         return 0;
     });
 }

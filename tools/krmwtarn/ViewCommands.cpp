@@ -4,8 +4,8 @@
 #include "tools/krmwtarn/Commands.h"
 
 #include "tools/json/ViewDocument.h"
+#include "tools/krmwtarn/Definitions.h"
 #include "tools/krmwtarn/Files.h"
-#include "tools/sample/SampleModel.h"
 
 #include <cstdio>
 #include <cstring>
@@ -43,31 +43,13 @@ void printNode(const DLLViewNode& node, int depth) {
     }
 }
 
-// The sample object a view is expanded over: by name, or the view's usual root.
-_ADObject* rootFor(DLLViewType* view, const char* name) {
-    DLLViewList* list = view->_get_adViewList();
-    if (!list) return nullptr;
-    const char* cls = list->className;
-    if (name) return DSRegistrar::findObj(cls, name, sample::kVersion);
-    const char* fallback = !std::strcmp(cls, "DSDBD")                  ? "HOSPDBD"
-                           : !std::strcmp(cls, "DSPSB")                ? "HOSPPSB"
-                           : !std::strcmp(cls, "DSPCB")                ? "HOSPPSB.PCB1"
-                           : !std::strcmp(cls, "DSDataStructureAlias") ? "WARD-TEXT"
-                                                                       : "PATNAME-TEXT";
-    _ADObject* found = DSRegistrar::findObj(cls, fallback, sample::kVersion);
-    // The field-text view is rooted in a dictionary element alias.
-    if (!found && !std::strcmp(cls, "DSDataElementAlias")) found = DSRegistrar::findObj("DSSDDAlias", fallback, sample::kVersion);
-    return found;
-}
-
-// The whole sample as documents: every DBD by the populate view, the PSB by its view.
-nlohmann::json sampleDocuments(const sample::Model& m) {
+// Every definition as documents: each DBD by the populate view, each PSB by its view.
+nlohmann::json documentsOf(const krmwtarn::Definitions& defs) {
     DLLView_init::initAll();
     nlohmann::json docs = nlohmann::json::array();
-    DLLViewType* dbdView = DLLViewType::find("CORVIAPOPULATEDBD");
-    for (const DSDBD* d : {&m.hospital, &m.hospIndex, &m.nameIndex, &m.logical, &m.dedb, &m.hdam, &m.msdb})
-        docs.push_back(viewdoc::exportView(dbdView, d->impl()));
-    docs.push_back(viewdoc::exportView(DLLViewType::find("CORVIAPSB"), m.psb.impl()));
+    for (const ADObject& r : defs.roots())
+        docs.push_back(viewdoc::exportView(DLLViewType::find(r->isKindOf("DSDBD") ? "CORVIAPOPULATEDBD" : "CORVIAPSB"),
+                                           r.impl()));
     return nlohmann::json{{"documents", docs}};
 }
 
@@ -84,7 +66,8 @@ nlohmann::json exportAgain(const nlohmann::json& read, const std::vector<std::un
 }
 }  // namespace
 
-int krmwtarn::expand(const std::string& viewName, const std::optional<std::string>& rootGiven, bool asJson) {
+int krmwtarn::expand(const std::string& viewName, const std::optional<std::string>& rootGiven, bool asJson,
+                     const std::vector<std::string>& decks, const std::string& repo) {
     DLLView_init::initAll();
     DLLViewType* view = DLLViewType::find(viewName.c_str());
     if (!view) {
@@ -92,12 +75,14 @@ int krmwtarn::expand(const std::string& viewName, const std::optional<std::strin
         return exitBadInput;
     }
     const char* rootName = rootGiven ? rootGiven->c_str() : nullptr;
-    sample::Model model = sample::build();
+    Definitions defs(decks, repo);
+    if (!defs.ok()) return exitBadInput;
     int status = exitDone;
-    _ADObject* root = rootFor(view, rootName);
+    DLLViewList* list = view->_get_adViewList();
+    _ADObject* root = list ? defs.find(list->className, rootName) : nullptr;
     if (!root) {
-        std::fprintf(stderr, "krmwtarn: the sample has no %s named '%s'\n",
-                     view->_get_adViewList() ? view->_get_adViewList()->className : "object", rootName ? rootName : "");
+        std::fprintf(stderr, "krmwtarn: %s has no %s named '%s'\n", defs.origin(), list ? list->className : "object",
+                     rootName ? rootName : "");
         status = exitBadInput;
     } else if (asJson) {
         printText(viewdoc::exportView(view, root).dump(2) + "\n");
@@ -106,16 +91,17 @@ int krmwtarn::expand(const std::string& viewName, const std::optional<std::strin
         std::printf("%s over %s %s\n", view->name(), root->whoAmI(), root->objID());
         printNode(node, 1);
     }
-    model = sample::Model();
-    DSRegistrar::releaseAll();
     return status;
 }
 
-int krmwtarn::exportSample(const std::string& file) {
-    sample::Model model = sample::build();
-    nlohmann::json docs = sampleDocuments(model);
-    model = sample::Model();
-    DSRegistrar::releaseAll();
+int krmwtarn::exportDefinitions(const std::string& file, const std::vector<std::string>& decks,
+                                const std::string& repo) {
+    nlohmann::json docs;
+    {
+        Definitions defs(decks, repo);
+        if (!defs.ok()) return exitBadInput;
+        docs = documentsOf(defs);
+    }
     if (file == "-") {
         printText(docs.dump(2) + "\n");
         return exitDone;  // main checks that standard output took it

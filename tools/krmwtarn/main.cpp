@@ -3,6 +3,7 @@
 // the chosen command and the check that its output reached standard output.
 // Exit status: 0 done, 1 bad input, 2 bad usage (see Commands.h).
 #include "tools/krmwtarn/Commands.h"
+#include "tools/krmwtarn/DeckCommands.h"
 #include "tools/krmwtarn/Files.h"
 #include "tools/krmwtarn/RepoCommands.h"
 
@@ -84,12 +85,21 @@ int main(int argc, char** argv) {
         return command->count(option) ? std::optional<std::string>(value) : std::nullopt;
     };
 
+    // The view commands work on the sample, or on definitions read from decks.
+    std::vector<std::string> decks;
+    auto takesDecks = [&](CLI::App* command) {
+        command->add_option("--decks", decks, "Work on the definitions of these generation decks instead of the sample")
+            ->type_name("DECK...")
+            ->expected(1, -1);
+    };
+
     std::string demoView = "CORVIADBD", demoRoot;
     CLI::App* demo = app.add_subcommand("demo", "Expand a view over the built-in sample (CORVIADBD over HOSPDBD)");
     positional(demo, "VIEW", demoView, "The view to expand")->capture_default_str();
     positional(demo, "ROOT", demoRoot, "The sample object to expand it over (default: the view's usual root)");
+    takesDecks(demo);
     demo->callback([&] {
-        run = [&, root = rootIfGiven(demo, "ROOT", demoRoot)] { return krmwtarn::expand(demoView, root, false); };
+        run = [&, root = rootIfGiven(demo, "ROOT", demoRoot)] { return krmwtarn::expand(demoView, root, false, decks, repoPath); };
     });
 
     std::string expandView, expandRoot;
@@ -99,20 +109,20 @@ int main(int argc, char** argv) {
     expand->add_option("--root", expandRoot, "The sample object to expand it over (default: the view's usual root)")
         ->type_name("NAME");
     expand->add_flag("--json", expandJson, "Print the expansion as a JSON document");
+    takesDecks(expand);
     expand->callback([&] {
         run = [&, root = rootIfGiven(expand, "--root", expandRoot)] {
-            if (!repoPath.empty()) return repocmd::expand(repoPath, expandView, root.value_or(""), std::cout, std::cerr);
-            return krmwtarn::expand(expandView, root, expandJson);
+            return krmwtarn::expand(expandView, root, expandJson, decks, repoPath);
         };
     });
 
     std::string exportFile;
     CLI::App* exportCommand = app.add_subcommand("export", "Write the whole sample as JSON documents");
     positional(exportCommand, "FILE", exportFile, "The file to write, - for standard output")->required();
+    takesDecks(exportCommand);
     exportCommand->callback([&] {
         run = [&] {
-            if (!repoPath.empty()) return repocmd::exportAll(repoPath, std::cout, std::cerr);
-            return krmwtarn::exportSample(exportFile);
+            return krmwtarn::exportDefinitions(exportFile, decks, repoPath);
         };
     });
 
@@ -124,10 +134,33 @@ int main(int argc, char** argv) {
     importCommand->add_flag("--json", importJson, "Print the imported repository as documents, as export writes them");
     importCommand->callback([&] { run = [&] { return krmwtarn::importDocuments(importFile, importJson); }; });
 
-    std::string graphRoot = "HOSPDBD";
+    std::string graphRoot;
     CLI::App* graph = app.add_subcommand("graph", "Print a sample definition's whole object graph");
-    positional(graph, "NAME", graphRoot, "A DBD, PSB or PCB of the sample")->capture_default_str();
-    graph->callback([&] { run = [&] { return krmwtarn::graph(graphRoot); }; });
+    positional(graph, "NAME", graphRoot, "A DBD, PSB or PCB (default: HOSPDBD, or the first DBD of the decks)");
+    takesDecks(graph);
+    graph->callback([&] {
+        run = [&, root = rootIfGiven(graph, "NAME", graphRoot)] { return krmwtarn::graph(root, decks, repoPath); };
+    });
+
+    std::vector<std::string> loadDecks;
+    bool loadJson = false;
+    CLI::App* load = app.add_subcommand("load", "Read DBD and PSB generation decks: a summary per definition");
+    load->add_option("DECK", loadDecks, "The decks to read, in any order")->type_name("")->required();
+    load->add_flag("--json", loadJson, "Print every definition as the documents export writes instead");
+    load->callback([&] { run = [&] { return deckLoad(loadDecks, loadJson, std::cout, std::cerr); }; });
+
+    std::vector<std::string> generateDecks;
+    bool generateSample = false;
+    std::string generateOut;
+    CLI::App* generate =
+        app.add_subcommand("generate", "Write each definition as a generation deck, DIR/NAME.dbd or DIR/NAME.psb");
+    CLI::Option* generateFrom = generate->add_option("DECK", generateDecks, "The decks to read")->type_name("");
+    generate->add_flag("--sample", generateSample, "Write the built-in sample instead")->excludes(generateFrom);
+    generate->add_option("--out", generateOut, "The directory to write into")->type_name("DIR")->required();
+    generate->callback([&] {
+        if (generateDecks.empty() && !generateSample) throw CLI::RequiredError("DECK... or --sample");
+        run = [&] { return deckGenerate(generateDecks, generateSample, generateOut, std::cout, std::cerr); };
+    });
 
     CLI::App* views =
         app.add_subcommand("views", "List the registered views: root class, lists, elements, depth, delegations");

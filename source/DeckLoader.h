@@ -1,0 +1,41 @@
+// DeckLoader.h — reading DBD and PSB generation decks into the model. Every
+// deck given is read first; names that point across decks (PSBs to DBDs,
+// logical children and parents, index targets, logical sources) are resolved
+// after that, in any order of files. A load with any error leaves the
+// repository as it was: whatever it made is taken out again.
+#pragma once
+
+#include "source/Diagnostics.h"
+
+#include <krmwtarn/krmwtarn.h>
+
+#include <string>
+#include <vector>
+
+namespace krsource {
+
+// The version the loaded definitions live in unless the caller gives another.
+inline constexpr const char* kDeckVersion = "DECKS";
+
+struct Deck {
+    std::string name;   // the file name used in messages
+    std::string bytes;  // the deck as read
+};
+
+struct LoadResult {
+    std::vector<Diagnostic> diagnostics;  // in reading order
+    std::vector<DSDBD> dbds;              // the loaded definitions, in deck order
+    std::vector<DSPSB> psbs;
+    bool ok() const noexcept;  // no error among the diagnostics
+};
+
+// Reads the decks into the repository, in `version`. Identities follow the
+// definitions' names (a DBD by its name, a segment by DBD and segment name, a
+// field by segment, field name and the segment's identity, a PCB by PSB and
+// place), so a definition loaded again in the same version is the same object.
+LoadResult loadDecks(const std::vector<Deck>& decks, const char* version = kDeckVersion);
+
+// Reads the files and loads them; a file that cannot be read is an error.
+LoadResult loadDeckFiles(const std::vector<std::string>& paths, const char* version = kDeckVersion);
+
+}  // namespace krsource

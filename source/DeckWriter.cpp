@@ -1,0 +1,516 @@
+// DeckWriter.cpp — the model's DBDs and PSBs as decks (see DeckWriter.h). The
+// operand order of each statement is written here once; values that the model
+// holds as unset (null strings, zero numbers, false flags) are left out, which
+// is how the loader reads an absent operand.
+#include "source/DeckWriter.h"
+
+#include <cctype>
+#include <string_view>
+
+namespace krsource {
+namespace {
+
+constexpr std::size_t kOperandColumn = 16, kLastColumn = 71;
+
+bool wordChar(char c) {
+    return std::isalnum(static_cast<unsigned char>(c)) || c == '#' || c == '@' || c == '$' || c == '_' || c == '-' ||
+           c == '.' || c == '*' || c == '+' || c == '/' || c == ':' || c == '&';
+}
+
+// A value as the reader takes it back: a word as is (also X'..' and C'..'),
+// anything else quoted with its quotes doubled.
+std::string val(std::string_view t) {
+    if (t.empty()) return {};
+    bool word = !t.empty();
+    for (char c : t) word = word && wordChar(c);
+    bool typed = t.size() >= 3 && std::isalpha(static_cast<unsigned char>(t[0])) && t[1] == '\'' && t.back() == '\'';
+    if (word || typed) return std::string(t);
+    std::string q = "'";
+    for (char c : t) q += c == '\'' ? std::string("''") : std::string(1, c);
+    return q + "'";
+}
+std::string str(const char* s) { return s ? std::string(s) : std::string(); }
+
+// A sublist, its trailing empty positions dropped; one position alone is written bare.
+std::string list(std::vector<std::string> items, bool bare = true) {
+    while (!items.empty() && items.back().empty()) items.pop_back();
+    if (items.empty()) return {};
+    if (items.size() == 1 && bare) return items[0];
+    std::string s = "(";
+    for (std::size_t i = 0; i < items.size(); ++i) s += (i ? "," : "") + items[i];
+    return s + ")";
+}
+std::string num(long n) { return n ? std::to_string(n) : std::string(); }
+
+struct Ops {
+    std::vector<std::string> items;
+    void add(const char* key, const std::string& value) {
+        if (!value.empty()) items.push_back(std::string(key) + "=" + value);
+    }
+    void yes(const char* key, long flag) {
+        if (flag) items.push_back(std::string(key) + "=YES");
+    }
+};
+
+class Deck {
+public:
+    void statement(const std::string& label, const std::string& op, const Ops& ops) {
+        for (const std::string& card : formatStatement(label, op, ops.items)) text_ += card + "\n";
+    }
+    std::string take() { return std::move(text_); }
+
+private:
+    std::string text_;
+};
+
+std::string exitValue(_DSExit* x) {
+    std::vector<std::string> items = {val(str(x->_get_strExit()))};
+    if (x->_get_exitKey()) items.push_back("KEY");
+    if (x->_get_exitData()) items.push_back("DATA");
+    if (x->_get_exitPath()) items.push_back("PATH");
+    if (x->_get_cascade() || x->_get_cascadeKey() || x->_get_cascadeData() || x->_get_cascadePath()) {
+        std::vector<std::string> c = {x->_get_cascade() ? "CASCADE" : "NOCASCADE"};
+        if (x->_get_cascadeKey()) c.push_back("KEY");
+        if (x->_get_cascadeData()) c.push_back("DATA");
+        if (x->_get_cascadePath()) c.push_back("PATH");
+        items.push_back(list(c, false));
+    }
+    if (x->_get_logFlag()) items.push_back("LOG");
+    return list(items, false);
+}
+
+template <class Role>
+std::string exitsValue(Role& exits) {
+    std::vector<std::string> all;
+    for (const ADObject& l : exits) all.push_back(exitValue(static_cast<_DSExit*>(static_cast<_KRLink*>(l.impl())->_get_target()->impl())));
+    if (all.size() == 1) return all[0];
+    return list(all, false);
+}
+
+// The far ends of a role's links, through the untyped link ends.
+std::vector<_ADObject*> targets(DSModelCollection* role) {
+    std::vector<_ADObject*> out;
+    for (const ADObject& l : *role) out.push_back(static_cast<_KRLink*>(l.impl())->_get_target()->impl());
+    return out;
+}
+std::vector<_ADObject*> sources(DSModelCollection* role) {
+    std::vector<_ADObject*> out;
+    for (const ADObject& l : *role) out.push_back(static_cast<_KRLink*>(l.impl())->_get_source()->impl());
+    return out;
+}
+_ADObject* firstTarget(DSModelCollection* role) {
+    auto t = targets(role);
+    return t.empty() ? nullptr : t[0];
+}
+_ADObject* firstSource(DSModelCollection* role) {
+    auto s = sources(role);
+    return s.empty() ? nullptr : s[0];
+}
+std::string segName(_ADObject* s) { return str(static_cast<_DSSegment*>(s)->_get_strSegmentName()); }
+std::string dbdOf(_ADObject* s) {
+    _ADObject* d = firstSource(static_cast<_DSSegment*>(s)->_get_containingDBD());
+    return d ? str(static_cast<_DSDBD*>(d)->_get_strDBDName()) : std::string();
+}
+_ADObject* rootOf(_DSDBD* dbd) {
+    for (_ADObject* s : targets(dbd->_get_segments()))
+        if (static_cast<_DSSegment*>(s)->_get_physicalParent()->count() == 0) return s;
+    return nullptr;
+}
+// The DBD of an access object and that DBD's root segment, as an LCHILD names them.
+std::string lchildName(_ADObject* access) {
+    _ADObject* d = firstSource(static_cast<_DSDBDaccess*>(access)->_get_containingDBD());
+    if (!d) return {};
+    _ADObject* root = rootOf(static_cast<_DSDBD*>(d));
+    return list({root ? val(segName(root)) : std::string(), val(str(static_cast<_DSDBD*>(d)->_get_strDBDName()))}, false);
+}
+
+void datasetStatement(Deck& deck, _DSDSColl* group) {
+    std::string dd = str(static_cast<_DSTARNDDname*>(group->_get_target()->impl())->_get_ddsName());
+    Ops ops;
+    std::string label;
+    if (_ADObject* a = firstTarget(group->_get_areaAttributes())) {
+        auto* area = static_cast<_DSArea*>(a);
+        ops.add("DD1", val(dd));
+        ops.add("SIZE", num(area->_get_areaSize()));
+        ops.add("UOW", list({num(area->_get_uow()), num(area->_get_uowOverflow())}));
+        ops.add("ROOT", list({num(area->_get_root()), num(area->_get_rootOverflow())}));
+        ops.add("MODEL", val(str(group->_get_dsModel())));
+        ops.add("DEVICE", val(str(group->_get_dsDevice())));
+        deck.statement("", "AREA", ops);
+        return;
+    }
+    ops.add("DD1", val(dd));
+    auto* ds = static_cast<_DSTARNDataset*>(firstTarget(group->_get_datasetAttributes()));
+    if (ds) {
+        label = str(ds->_get_datasetLabel());
+        if (_ADObject* o = firstTarget(ds->_get_dd2())) ops.add("OVFLW", val(str(static_cast<_DSTARNDDname*>(o)->_get_ddsName())));
+    }
+    ops.add("DEVICE", val(str(group->_get_dsDevice())));
+    ops.add("MODEL", val(str(group->_get_dsModel())));
+    if (ds) {
+        ops.add("SIZE", list({num(ds->_get_size1()), num(ds->_get_size2())}));
+        ops.add("SCAN", num(ds->_get_scanCylinders()));
+        ops.add("RECORD", list({num(ds->_get_inputRecordLength()), num(ds->_get_outputRecordLength())}));
+        ops.add("RECFM", val(str(ds->_get_recordFormat())));
+        ops.add("BLOCK", list({num(ds->_get_primaryBlockingFactor()), num(ds->_get_overflowBlockingFactor())}));
+        ops.add("FRSPC", list({num(ds->_get_freeBlockFrequency()), num(ds->_get_freeSpacePercentage())}));
+        if (char c = ds->_get_searchAlgorithm()) ops.add("SEARCHA", std::string(1, c));
+    }
+    deck.statement(label, "DATASET", ops);
+}
+
+void segmentStatements(Deck& deck, _DSDBD* dbd, _ADObject* s) {
+    auto* seg = static_cast<_DSSegment*>(s);
+    bool complex = s->isKindOf("DSSegmentComplex") != 0;
+    auto* cx = complex ? static_cast<_DSSegmentComplex*>(s) : nullptr;
+    Ops ops;
+    ops.add("NAME", val(segName(s)));
+    // PARENT=((parent[,pointer])[,(logical parent,kind,dbd)])
+    std::string physical;
+    for (const ADObject& l : *seg->_get_physicalParent()) {
+        auto* p = static_cast<_DSParent*>(l.impl());
+        physical = list({val(segName(p->_get_target()->impl())), val(str(p->_get_pcPointer()))});
+    }
+    _DSLChild* logical = nullptr;
+    if (cx)
+        for (const ADObject& l : *cx->_get_logParent()) logical = static_cast<_DSLChild*>(l.impl());
+    if (logical) {
+        _ADObject* lp = logical->_get_source()->impl();
+        std::string p = physical.empty() ? "0" : physical;
+        if (p.front() != '(') p = "(" + p + ")";
+        ops.add("PARENT", "(" + p + "," + list({val(segName(lp)), val(str(logical->_get_virtualParent())), val(dbdOf(lp))}, false) + ")");
+    } else {
+        ops.add("PARENT", !physical.empty() && physical.front() == '(' ? "(" + physical + ")" : physical);
+    }
+    short max = seg->_get_maximumLength(), min = seg->_get_minimumLength();
+    if (max || min) ops.add("BYTES", max == min ? num(max) : list({std::to_string(max), std::to_string(min)}, false));
+    ops.add("FREQ", val(str(seg->_get_frequency())));
+    std::vector<std::string> pointers;
+    if (cx && cx->_get_segmPointer()) {
+        std::string all = cx->_get_segmPointer();
+        for (std::size_t from = 0; from <= all.size();) {
+            std::size_t comma = all.find(',', from);
+            if (comma == std::string::npos) comma = all.size();
+            if (comma > from) pointers.push_back(val(all.substr(from, comma - from)));
+            from = comma + 1;
+        }
+    }
+    if (logical) {
+        if (logical->_get_lparent()) pointers.push_back("LPARNT");
+        if (logical->_get_ltwin()) pointers.push_back(val(logical->_get_ltwin()));
+        if (logical->_get_counter()) pointers.push_back("CTR");
+    }
+    ops.add("POINTER", list(pointers));
+    std::string codes;
+    if (cx && cx->_get_insertFlag()) {
+        codes += cx->_get_insertFlag();
+        if (cx->_get_deleteFlag()) codes += cx->_get_deleteFlag();
+        if (cx->_get_deleteFlag() && cx->_get_replaceFlag()) codes += cx->_get_replaceFlag();
+    }
+    std::string place = str(seg->_get_rules());
+    if (!codes.empty() && !place.empty()) ops.add("RULES", list({codes, val(place)}, false));
+    else ops.add("RULES", codes.empty() ? val(place) : codes);
+    if (s->isKindOf("DSSegmentLogical")) {
+        std::vector<std::string> all;
+        for (const ADObject& l : *static_cast<_DSSegmentLogical*>(s)->_get_sourceSegments()) {
+            auto* src = static_cast<_DSSource*>(l.impl());
+            _ADObject* t = src->_get_target()->impl();
+            all.push_back(list({val(segName(t)), src->_get_dataAlso() ? "DATA" : "KEY", val(dbdOf(t))}, false));
+        }
+        if (!all.empty()) ops.add("SOURCE", list(all, false));
+    }
+    if (_ADObject* r = firstTarget(seg->_get_compRoutine())) {
+        auto* c = static_cast<_DSCompRoutine*>(r);
+        std::vector<std::string> items = {val(str(c->_get_routine()))};
+        items.push_back(c->_get_dataOnly() ? "DATA" : "");
+        if (c->_get_initialization()) items.push_back("INIT");
+        ops.add("COMPRTN", list(items));
+    }
+    if (seg->_get_exits()->count()) ops.add("EXIT", exitsValue(*seg->_get_exits()));
+    if (s->isKindOf("DSSegmentDEDB")) {
+        auto* d = static_cast<_DSSegmentDEDB*>(s);
+        if (d->_get_directDependent()) ops.add("TYPE", "DIR");
+        ops.add("SSPTR", num(d->_get_subsetPointers()));
+    }
+    deck.statement("", "SEGM", ops);
+
+    for (_ADObject* f : targets(seg->_get_fields())) {
+        auto* field = static_cast<_DSField*>(f);
+        Ops fo;
+        std::string name = val(str(field->_get_strFieldName()));
+        fo.add("NAME", field->_get_sequenceField() ? list({name, "SEQ", field->_get_uniqueSequence() ? "U" : "M"}, false) : name);
+        deck.statement("", "FIELD", fo);
+    }
+
+    _ADObject* access = firstTarget(dbd->_get_dliAccess());
+    // The primary index, named under the HIDAM root.
+    if (access && access->isKindOf("DSDBDhidam") && s == rootOf(dbd))
+        if (_ADObject* idx = firstTarget(static_cast<_DSDBDhidam*>(access)->_get_primaryIndex())) {
+            Ops lo;
+            lo.add("NAME", lchildName(idx));
+            lo.add("POINTER", "INDX");
+            deck.statement("", "LCHILD", lo);
+        }
+    // The index DBD's own LCHILD, towards what it indexes.
+    if (access && access->isKindOf("DSDBDindex") && s == rootOf(dbd)) {
+        auto* index = static_cast<_DSDBDindex*>(access);
+        for (_ADObject* h : sources(index->_get_primaryIndexTarget())) {
+            Ops lo;
+            lo.add("NAME", lchildName(h));
+            _ADObject* seqField = firstTarget(static_cast<_DSDBDhidam*>(h)->_get_rootSequenceField());
+            if (seqField) lo.add("INDEX", val(str(static_cast<_DSField*>(seqField)->_get_strFieldName())));
+            lo.add("POINTER", "INDX");
+            deck.statement("", "LCHILD", lo);
+        }
+        for (_ADObject* x : sources(index->_get_secondaryIndexTarget())) {
+            auto* xd = static_cast<_DSXDFLD*>(x);
+            _ADObject* target = firstSource(xd->_get_sourceSEGMcmpx());
+            if (!target) continue;
+            Ops lo;
+            lo.add("NAME", list({val(segName(target)), val(dbdOf(target))}, false));
+            lo.add("INDEX", val(str(xd->_get_xdfldName())));
+            lo.add("POINTER", xd->_get_symbolic() ? "SYMB" : "INDX");
+            deck.statement("", "LCHILD", lo);
+        }
+    }
+    if (!cx) return;
+    for (const ADObject& l : *cx->_get_logChildren()) {
+        auto* rel = static_cast<_DSLChild*>(l.impl());
+        _ADObject* child = rel->_get_target()->impl();
+        Ops lo;
+        lo.add("NAME", list({val(segName(child)), val(dbdOf(child))}, false));
+        lo.add("POINTER", val(str(rel->_get_lcPointer())));
+        if (_ADObject* pair = firstTarget(rel->_get_pairedSegment())) lo.add("PAIR", val(segName(pair)));
+        lo.add("RULES", val(str(rel->_get_rules())));
+        deck.statement("", "LCHILD", lo);
+    }
+    for (_ADObject* x : targets(cx->_get_indices())) {
+        auto* xd = static_cast<_DSXDFLD*>(x);
+        Ops lo;
+        if (_ADObject* idx = firstTarget(xd->_get_targetDBDindex())) lo.add("NAME", lchildName(idx));
+        lo.add("POINTER", xd->_get_symbolic() ? "SYMB" : "INDX");
+        deck.statement("", "LCHILD", lo);
+        Ops xo;
+        xo.add("NAME", val(str(xd->_get_xdfldName())));
+        _ADObject* source = firstTarget(xd->_get_indexSource());
+        if (source && source != s) xo.add("SEGMENT", val(segName(source)));
+        auto names = [&](DSModelCollection* role) {
+            std::vector<std::string> n;
+            for (_ADObject* f : targets(role)) n.push_back(val(str(static_cast<_DSField*>(f)->_get_strFieldName())));
+            return list(n);
+        };
+        xo.add("SRCH", names(xd->_get_search()));
+        xo.add("SUBSEQ", names(xd->_get_subseq()));
+        xo.add("DDATA", names(xd->_get_ddata()));
+        xo.add("NULLVAL", val(str(xd->_get_nullValue())));
+        xo.add("EXTRTN", val(str(xd->_get_exitRoutine())));
+        xo.add("CONST", val(str(xd->_get_constant())));
+        deck.statement("", "XDFLD", xo);
+    }
+}
+
+}  // namespace
+
+std::vector<std::string> formatStatement(const std::string& label, const std::string& operation,
+                                         const std::vector<std::string>& operands) {
+    std::vector<std::string> cards;
+    std::string card = label;
+    card += ' ';
+    if (card.size() < 9) card.resize(9, ' ');
+    card += operation;
+    card += ' ';
+    if (card.size() < kOperandColumn - 1) card.resize(kOperandColumn - 1, ' ');
+    auto next = [&] {
+        card.resize(kLastColumn, ' ');
+        card += 'X';
+        cards.push_back(std::move(card));
+        card.assign(kOperandColumn - 1, ' ');
+    };
+    for (std::size_t i = 0; i < operands.size(); ++i) {
+        std::string piece = operands[i] + (i + 1 < operands.size() ? "," : "");
+        bool fresh = card.size() == kOperandColumn - 1;
+        if (!fresh && card.size() + piece.size() > kLastColumn) next();
+        // An operand longer than a card runs on to column 71 and continues in column 16.
+        while (card.size() + piece.size() > kLastColumn) {
+            std::size_t room = kLastColumn - card.size();
+            card += piece.substr(0, room);
+            piece.erase(0, room);
+            next();
+        }
+        card += piece;
+    }
+    while (!card.empty() && card.back() == ' ') card.pop_back();
+    cards.push_back(std::move(card));
+    return cards;
+}
+
+std::string writeDbdDeck(_DSDBD* dbd) {
+    Deck deck;
+    Ops ops;
+    ops.add("NAME", val(str(dbd->_get_strDBDName())));
+    _ADObject* access = firstTarget(dbd->_get_dliAccess());
+    if (access) {
+        auto* a = static_cast<_DSDBDaccess*>(access);
+        std::vector<std::string> items = {val(str(a->_get_dliAccess()))};
+        if (a->_get_osAccess()) items.push_back("VSAM");
+        if (access->isKindOf("DSDBDindex")) {
+            if (static_cast<_DSDBDindex*>(access)->_get_protect()) items.push_back("PROT");
+            if (static_cast<_DSDBDindex*>(access)->_get_dosCompatibility()) items.push_back("DOSCOMP");
+        }
+        ops.add("ACCESS", list(items));
+        if (access->isKindOf("DSDBDhdam")) {
+            auto* h = static_cast<_DSDBDhdam*>(access);
+            ops.add("RMNAME", list({val(str(h->_get_rmName())), num(h->_get_rootAnchorPoints()), num(h->_get_relativeBlockNumber()),
+                                    num(h->_get_rootMaxBytes())}));
+        } else if (access->isKindOf("DSDBDdedb")) {
+            ops.add("RMNAME", val(str(static_cast<_DSDBDdedb*>(access)->_get_rmName())));
+        }
+        ops.yes("PASSWD", a->_get_passwordFlag());
+    }
+    if (dbd->_get_exits()->count()) ops.add("EXIT", exitsValue(*dbd->_get_exits()));
+    ops.add("VERSION", val(str(dbd->_get_versionString())));
+    deck.statement("", "DBD", ops);
+    if (access && access->isKindOf("DSDBDmsdb")) {
+        auto* m = static_cast<_DSDBDmsdb*>(access);
+        Ops mo;
+        mo.add("REL", list({val(str(m->_get_msdbType())), val(str(m->_get_msdbField()))}));
+        if (!mo.items.empty()) deck.statement("", "DATASET", mo);
+    }
+
+    // Dataset groups: those that hold segments just before their first segment;
+    // the others first, or last when some segment belongs to no dataset (a
+    // DATASET statement holds the segments that follow it).
+    std::vector<_ADObject*> segments = targets(dbd->_get_segments());
+    std::vector<_DSDSColl*> groups;
+    for (const ADObject& l : *dbd->_get_datasets()) groups.push_back(static_cast<_DSDSColl*>(l.impl()));
+    auto datasetOf = [](_ADObject* s) -> _ADObject* {
+        return s->isKindOf("DSSegmentComplex") ? firstTarget(static_cast<_DSSegmentComplex*>(s)->_get_dataset()) : nullptr;
+    };
+    auto groupOf = [&](_ADObject* ds) -> _DSDSColl* {
+        for (_DSDSColl* g : groups)
+            if (firstTarget(g->_get_datasetAttributes()) == ds) return g;
+        return nullptr;
+    };
+    bool looseSegments = false;
+    std::vector<_DSDSColl*> empty;
+    for (_ADObject* s : segments) looseSegments = looseSegments || !datasetOf(s);
+    for (_DSDSColl* g : groups) {
+        _ADObject* ds = firstTarget(g->_get_datasetAttributes());
+        bool used = false;
+        for (_ADObject* s : segments) used = used || (ds && datasetOf(s) == ds);
+        if (!used) empty.push_back(g);
+    }
+    if (!looseSegments)
+        for (_DSDSColl* g : empty) datasetStatement(deck, g);
+    _ADObject* current = nullptr;
+    for (_ADObject* s : segments) {
+        _ADObject* ds = datasetOf(s);
+        if (ds && ds != current) {
+            if (_DSDSColl* g = groupOf(ds)) datasetStatement(deck, g);
+            current = ds;
+        }
+        segmentStatements(deck, dbd, s);
+    }
+    if (looseSegments)
+        for (_DSDSColl* g : empty) datasetStatement(deck, g);
+    deck.statement("", "DBDGEN", {});
+    deck.statement("", "FINISH", {});
+    deck.statement("", "END", {});
+    return deck.take();
+}
+
+std::string writePsbDeck(_DSPSB* psb) {
+    Deck deck;
+    for (_ADObject* p : targets(psb->_get_listPCBs())) {
+        auto* pcb = static_cast<_DSPCB*>(p);
+        _ADObject* type = firstTarget(pcb->_get_typeOfPCB());
+        if (!type) continue;
+        Ops ops;
+        std::string name = val(str(pcb->_get_strPCBAccessName()));
+        if (type->isKindOf("DSPCBtp")) {
+            auto* tp = static_cast<_DSPCBtp*>(type);
+            ops.add("TYPE", "TP");
+            std::vector<std::string> names, lterms;
+            for (_ADObject* d : targets(tp->_get_destination())) {
+                auto* dest = static_cast<_DSOutputDest*>(d);
+                (dest->_get_destinationType() ? lterms : names).push_back(val(str(dest->_get_ltermName())));
+            }
+            ops.add("NAME", list(names));
+            ops.add("LTERM", list(lterms));
+            ops.yes("ALTRESP", tp->_get_alternateResponse());
+            ops.yes("EXPRESS", tp->_get_express());
+            ops.yes("MODIFY", tp->_get_modify());
+            ops.yes("SAMETRM", tp->_get_sameTerminal());
+            ops.add("PCBNAME", name);
+            ops.yes("LIST", pcb->_get_list());
+            deck.statement("", "PCB", ops);
+            continue;
+        }
+        auto* based = static_cast<_DSPCBbased*>(type);
+        bool db = type->isKindOf("DSPCBdb") != 0;
+        ops.add("TYPE", db ? "DB" : "GSAM");
+        if (_ADObject* d = firstTarget(based->_get_baseDBD())) ops.add("DBDNAME", val(str(static_cast<_DSDBD*>(d)->_get_strDBDName())));
+        ops.add("PROCOPT", val(str(based->_get_procoptPCB())));
+        auto* dbt = db ? static_cast<_DSPCBdb*>(type) : nullptr;
+        if (dbt) {
+            ops.add("KEYLEN", num(dbt->_get_keyLength()));
+            if (char c = dbt->_get_positioning()) ops.add("POS", std::string(1, c));
+            if (_ADObject* idx = firstTarget(dbt->_get_procseq())) {
+                _ADObject* d = firstSource(static_cast<_DSDBDaccess*>(idx)->_get_containingDBD());
+                if (d) ops.add("PROCSEQ", val(str(static_cast<_DSDBD*>(d)->_get_strDBDName())));
+            }
+        }
+        ops.add("PCBNAME", name);
+        ops.yes("LIST", pcb->_get_list());
+        if (dbt) ops.add("SB", val(str(dbt->_get_sequentialBuffering())));
+        deck.statement("", "PCB", ops);
+        if (!dbt) continue;
+        for (_ADObject* s : targets(dbt->_get_senseg())) {
+            auto* sense = static_cast<_DSSenSegment*>(s);
+            Ops so;
+            so.add("NAME", val(str(sense->_get_strSensegName())));
+            if (_ADObject* parent = firstTarget(sense->_get_parentSenseg()))
+                so.add("PARENT", val(str(static_cast<_DSSenSegment*>(parent)->_get_strSensegName())));
+            so.add("PROCOPT", val(str(sense->_get_procoptSENSEG())));
+            char pointers[8] = {sense->_get_subsetPointer1(), sense->_get_subsetPointer2(), sense->_get_subsetPointer3(),
+                                sense->_get_subsetPointer4(), sense->_get_subsetPointer5(), sense->_get_subsetPointer6(),
+                                sense->_get_subsetPointer7(), sense->_get_subsetPointer8()};
+            std::vector<std::string> ss;
+            for (int i = 0; i < 8; ++i)
+                if (pointers[i]) ss.push_back(list({std::to_string(i + 1), std::string(1, pointers[i])}, false));
+            if (!ss.empty()) so.add("SSPTR", list(ss, false));
+            std::vector<std::string> indices;
+            for (_ADObject* idx : targets(sense->_get_indices()))
+                if (_ADObject* d = firstSource(static_cast<_DSDBDaccess*>(idx)->_get_containingDBD()))
+                    indices.push_back(val(str(static_cast<_DSDBD*>(d)->_get_strDBDName())));
+            so.add("INDICES", list(indices));
+            deck.statement("", "SENSEG", so);
+            for (_ADObject* f : targets(sense->_get_senflds())) {
+                auto* senfld = static_cast<_DSSenField*>(f);
+                Ops fo;
+                if (_ADObject* field = firstTarget(senfld->_get_targetFIELD()))
+                    fo.add("NAME", val(str(static_cast<_DSField*>(field)->_get_strFieldName())));
+                fo.add("START", num(senfld->_get_startPosition()));
+                fo.yes("REPL", senfld->_get_replace());
+                deck.statement("", "SENFLD", fo);
+            }
+        }
+    }
+    Ops gen;
+    gen.add("LANG", val(str(psb->_get_language())));
+    gen.add("PSBNAME", val(str(psb->_get_strPSBName())));
+    gen.yes("CMPAT", psb->_get_compatibility());
+    gen.add("IOASIZE", num(psb->_get_ioaSize()));
+    gen.add("SSASIZE", num(psb->_get_ssaSize()));
+    gen.add("IOEROPN", num(psb->_get_ioErrorOption()));
+    gen.add("LOCKMAX", num(psb->_get_lockMaximum()));
+    gen.add("MAXQ", num(psb->_get_maximumQxCalls()));
+    gen.yes("OLIC", psb->_get_onlineImageCopy());
+    gen.add("HPSBNAME", val(str(psb->_get_hpPSBName())));
+    gen.yes("WRTOP", psb->_get_writeToOperator());
+    deck.statement("", "PSBGEN", gen);
+    deck.statement("", "END", {});
+    return deck.take();
+}
+
+}  // namespace krsource

@@ -1,0 +1,156 @@
+// DeckCommands.cpp — `load` and `generate` over generation decks, and loading
+// decks as the roots of the view commands (see DeckCommands.h).
+#include "tools/krmwtarn/DeckCommands.h"
+
+#include "source/DeckLoader.h"
+#include "source/DeckWriter.h"
+#include "tools/json/ViewDocument.h"
+#include "tools/sample/SampleModel.h"
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iostream>
+
+namespace {
+
+// Generated identities (of links) follow the order in which a load made its
+// objects, which follows the order of the files; numbered again in the order
+// they appear, the documents of the same definitions are the same whatever the
+// order of the files or the repository's earlier history.
+void renumber(nlohmann::json& j, std::map<std::string, std::string>& ids) {
+    if (j.is_object()) {
+        for (auto& [key, value] : j.items()) {
+            if (key == "@id" && value.is_string() && value.get<std::string>().rfind('#', 0) == 0) {
+                auto [it, fresh] = ids.emplace(value.get<std::string>(), "#" + std::to_string(ids.size() + 1));
+                value = it->second;
+            } else {
+                renumber(value, ids);
+            }
+        }
+    } else if (j.is_array()) {
+        for (auto& v : j) renumber(v, ids);
+    }
+}
+
+void printDiagnostics(const krsource::LoadResult& r, std::ostream& err) {
+    for (const krsource::Diagnostic& d : r.diagnostics) err << d.text() << "\n";
+}
+
+// Levels of a DBD: the longest chain of physical parents, counting the root.
+int levels(_DSDBD* dbd) {
+    int deepest = 0;
+    for (const ADObject& l : *dbd->_get_segments()) {
+        _ADObject* s = static_cast<_KRLink*>(l.impl())->_get_target()->impl();
+        int depth = 1;
+        for (_DSSegment* p = static_cast<_DSSegment*>(s); p->_get_physicalParent()->count() && depth <= 255; ++depth)
+            p = static_cast<_DSSegment*>(static_cast<_KRLink*>(p->_get_physicalParent()->at(0)->impl())->_get_target()->impl());
+        deepest = std::max(deepest, depth);
+    }
+    return deepest;
+}
+
+void summary(const krsource::LoadResult& r, std::ostream& out) {
+    for (const DSDBD& d : r.dbds) {
+        long fields = 0;
+        for (const ADObject& l : *d->_get_segments())
+            fields += static_cast<_DSSegment*>(static_cast<_KRLink*>(l.impl())->_get_target()->impl())->_get_fields()->count();
+        DSDBDaccess* a = d->_getFirst_dliAccess();
+        const char* access = a ? (*a)->_get_dliAccess() : nullptr;
+        out << "DBD " << d->_get_strDBDName() << "  access " << (access ? access : "-") << "  segments "
+            << d->_get_segments()->count() << "  fields " << fields << "  levels " << levels(d.operator->()) << "\n";
+    }
+    for (const DSPSB& p : r.psbs) {
+        long sensegs = 0, senflds = 0;
+        for (const ADObject& l : *p->_get_listPCBs()) {
+            auto* pcb = static_cast<_DSPCB*>(static_cast<_KRLink*>(l.impl())->_get_target()->impl());
+            DSPCBtype* type = pcb->_getFirst_typeOfPCB();
+            if (!type || !(*type)->isKindOf("DSPCBdb")) continue;
+            auto* db = static_cast<_DSPCBdb*>(type->impl());
+            for (const ADObject& s : *db->_get_senseg()) {
+                ++sensegs;
+                senflds += static_cast<_DSSenSegment*>(static_cast<_KRLink*>(s.impl())->_get_target()->impl())->_get_senflds()->count();
+            }
+        }
+        out << "PSB " << p->_get_strPSBName() << "  PCBs " << p->_get_listPCBs()->count() << "  SENSEGs " << sensegs
+            << "  SENFLDs " << senflds << "\n";
+    }
+}
+
+bool writeFile(const std::filesystem::path& path, const std::string& text, std::ostream& out, std::ostream& err) {
+    std::ofstream file(path, std::ios::binary);
+    file << text;
+    if (!file) {
+        err << "krmwtarn generate: cannot write '" << path.string() << "'\n";
+        return false;
+    }
+    out << path.string() << "\n";
+    return true;
+}
+
+}  // namespace
+
+int deckLoad(const std::vector<std::string>& decks, bool json, std::ostream& out, std::ostream& err) {
+    int status = 0;
+    {
+        krsource::LoadResult r = krsource::loadDeckFiles(decks);
+        printDiagnostics(r, err);
+        if (!r.ok()) {
+            status = 1;
+        } else if (json) {
+            // DBDs, then PSBs, each by name.
+            DLLView_init::initAll();
+            auto byName = [](const auto& a, const auto& b) { return std::strcmp(a->objID(), b->objID()) < 0; };
+            std::sort(r.dbds.begin(), r.dbds.end(), byName);
+            std::sort(r.psbs.begin(), r.psbs.end(), byName);
+            nlohmann::json docs = nlohmann::json::array();
+            for (const DSDBD& d : r.dbds) docs.push_back(viewdoc::exportView(DLLViewType::find("CORVIAPOPULATEDBD"), d.impl()));
+            for (const DSPSB& p : r.psbs) docs.push_back(viewdoc::exportView(DLLViewType::find("CORVIAPSB"), p.impl()));
+            std::map<std::string, std::string> ids;
+            renumber(docs, ids);
+            out << nlohmann::json{{"documents", docs}}.dump(2) << "\n";
+        } else {
+            summary(r, out);
+        }
+    }
+    DSRegistrar::releaseAll();
+    return status;
+}
+
+int deckGenerate(const std::vector<std::string>& decks, bool useSample, const std::string& outDir, std::ostream& out,
+                 std::ostream& err) {
+    std::error_code ec;
+    std::filesystem::create_directories(outDir, ec);
+    if (ec) {
+        err << "krmwtarn generate: cannot make the directory '" << outDir << "'\n";
+        return 1;
+    }
+    std::vector<DSDBD> dbds;
+    std::vector<DSPSB> psbs;
+    int status = 0;
+    if (useSample) {
+        sample::Model m = sample::build();
+        dbds = {m.hospital, m.hospIndex, m.nameIndex, m.logical, m.dedb, m.hdam, m.msdb};
+        psbs = {m.psb};
+    } else {
+        krsource::LoadResult r = krsource::loadDeckFiles(decks);
+        printDiagnostics(r, err);
+        if (!r.ok()) status = 1;
+        dbds = std::move(r.dbds);
+        psbs = std::move(r.psbs);
+    }
+    std::filesystem::path dir(outDir);
+    for (const DSDBD& d : dbds)
+        if (!writeFile(dir / (std::string(d->_get_strDBDName()) + ".dbd"), krsource::writeDbdDeck(d.operator->()), out, err))
+            status = 1;
+    for (const DSPSB& p : psbs)
+        if (!writeFile(dir / (std::string(p->_get_strPSBName()) + ".psb"), krsource::writePsbDeck(p.operator->()), out, err))
+            status = 1;
+    dbds.clear();
+    psbs.clear();
+    DSRegistrar::releaseAll();
+    return status;
+}
