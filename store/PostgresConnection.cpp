@@ -418,6 +418,9 @@ public:
     }
     ~PgConnection() override {
         pipeline_.settle();
+        // The marks go now rather than when the server has ended the session
+        // (which it does a moment after the connection closes).
+        if (marked_) PQclear(PQexec(conn_, "SELECT pg_advisory_unlock_all()"));
         statements_.clear();
         PQfinish(conn_);
     }
@@ -486,7 +489,10 @@ public:
     void limitPages(long) override {}
 
     long session() override { return PQbackendPID(conn_); }
-    void holdMark(long long unit) override { markCall("SELECT pg_advisory_lock_shared(?::integer, ?::integer)", unit); }
+    void holdMark(long long unit) override {
+        markCall("SELECT pg_advisory_lock_shared(?::integer, ?::integer)", unit);
+        marked_ = true;
+    }
     void dropMark(long long unit) override {
         markCall("SELECT pg_advisory_unlock_shared(?::integer, ?::integer)", unit);
     }
@@ -536,6 +542,7 @@ private:
     bool readOnly_ = false;
     long prepared_ = 0;
     long long markSpace_ = -1;
+    bool marked_ = false;  // this session took a mark
     std::vector<std::pair<const char*, std::unique_ptr<Statement>>> statements_;
 };
 
