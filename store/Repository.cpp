@@ -1,6 +1,8 @@
 // Repository.cpp — the unit operations over a Connection: units written in one
 // transaction with their revision and lock checks, loaded by identity with every
 // role's order restored, cross-unit links resolved when both ends are live.
+// The same code serves an SQLite file and a PostgreSQL server; where they
+// differ, the Connection says how (transactions, bulk rows, lock sessions).
 #include <krmwtarn/store/Repository.h>
 
 #include <krmwtarn/model/framework/KRLink.h>
@@ -43,7 +45,7 @@ Value read(Statement& s, int column) {
     return v;
 }
 
-void bindColumn(Statement& s, int i, _ADObject* o, const Column& c) {
+void bindColumn(Parameters& s, int i, _ADObject* o, const Column& c) {
     const ADAttributeEntry& row = *c.row;
     switch (c.type) {
         case ColumnType::String: {
@@ -150,7 +152,7 @@ public:
         if (write)
             db.beginWrite();
         else
-            db.exec("BEGIN");
+            db.beginRead();
     }
     ~Transaction() {
         if (!done_) db_.rollback();
@@ -202,7 +204,10 @@ struct Repository::LinkRow {
 
 std::string UnitKey::text() const { return className + " " + objID + " (" + version + ")"; }
 
-std::string LockOwner::text() const { return user + "@" + host + " (pid " + std::to_string(pid) + ")"; }
+std::string LockOwner::text() const {
+    return user + "@" + host + " (pid " + std::to_string(pid) +
+           (session ? ", session " + std::to_string(session) : std::string()) + ")";
+}
 
 // ---- opening --------------------------------------------------------------
 
@@ -231,7 +236,16 @@ LockOwner ownerFor(const OpenOptions& options) {
 }  // namespace
 
 Repository::Repository(std::unique_ptr<Connection> connection, std::string location, LockOwner owner)
-    : db_(std::move(connection)), location_(std::move(location)), owner_(std::move(owner)) {}
+    : db_(std::move(connection)),
+      schema_(&Schema::current(db_->dialect())),
+      location_(std::move(location)),
+      owner_(std::move(owner)) {
+    owner_.session = db_->session();
+    unitColumns_ =
+        "unit_id, class, obj_id, version, name, revision, stored_by, stored_at, lock_user, lock_host, lock_pid,"
+        " locked_at";
+    unitColumns_ += owner_.session ? ", lock_session" : ", NULL";
+}
 
 Repository::~Repository() {
     if (dsrepository::current() == this) dsrepository::install(nullptr);
@@ -241,10 +255,12 @@ Repository::~Repository() {
 }
 
 std::unique_ptr<Repository> Repository::open(const std::string& location, const OpenOptions& options) {
-    std::string path = pathOf(location);
+    bool server = isPostgresURL(location);
+    // A URL is shown without its password.
+    std::string path = server ? withoutPassword(location) : pathOf(location);
     std::unique_ptr<Connection> db;
     try {
-        db = openSqlite(path, options.create);
+        db = server ? openPostgres(location) : openSqlite(path, options.create);
     } catch (const SqlError& e) {
         if (e.fault() == SqlFault::NotARepository)
             refuse(errNotARepository, path + " is not a KRMWTARN repository (not a database file)");
@@ -259,13 +275,20 @@ std::unique_ptr<Repository> Repository::open(const std::string& location, const 
 }
 
 void Repository::openSchema() {
-    const Schema& schema = Schema::current();
+    const Schema& schema = *schema_;
     std::string ddl;
     for (const std::string& s : schema.ddl()) ddl += s + ";\n";
     try {
         if (db_->isEmpty()) {
             if (db_->readOnly()) refuse(errReadOnly, "repository " + location_ + " is read-only and empty");
             Transaction t(*db_, true);
+            // Two programs opening an empty database at once: the second finds the schema made.
+            db_->serialize({"schema"});
+            if (!db_->isEmpty()) {
+                t.commit();
+                openSchema();
+                return;
+            }
             db_->exec(ddl);
             db_->exec("CREATE TABLE repository_meta (key TEXT PRIMARY KEY, value TEXT)");
             auto s = db_->prepare("INSERT INTO repository_meta VALUES ('schema', ?)");
@@ -311,6 +334,7 @@ void Repository::makeCurrent() { dsrepository::install(this); }
                                 " was not done");
         case SqlFault::CannotOpen:
             refuse(errCannotOpen, "cannot open repository " + location_ + ": " + sql->what());
+        case SqlFault::Duplicate:
         case SqlFault::Constraint:
             refuse(errValueRefused, "repository " + location_ + ": " + doing + ": " + sql->what());
         case SqlFault::Other:
@@ -337,9 +361,7 @@ Statement& Repository::statement(const std::string& sql) {
 // ---- the unit table -------------------------------------------------------
 
 namespace {
-const char* const kUnitColumns =
-    "unit_id, class, obj_id, version, name, revision, stored_by, stored_at, lock_user, lock_host, lock_pid, locked_at";
-
+// A unit's row, read by the columns of unitColumns_.
 UnitInfo unitFrom(Statement& s) {
     UnitInfo u;
     auto text = [&](int c) { return std::string(s.getText(c) ? s.getText(c) : ""); };
@@ -350,28 +372,35 @@ UnitInfo unitFrom(Statement& s) {
     u.storedBy = text(6);
     u.storedAt = text(7);
     u.locked = !s.isNull(8);
-    u.lockOwner = {text(8), text(9), static_cast<long>(s.getInt(10))};
+    u.lockOwner = {text(8), text(9), static_cast<long>(s.getInt(10)), static_cast<long>(s.getInt(12))};
     u.lockedAt = text(11);
     return u;
 }
 }  // namespace
 
+void Repository::settleLock(UnitInfo& u) {
+    if (!u.locked || !u.lockOwner.session || db_->holdsMark(u.lockOwner.session, u.id)) return;
+    u.locked = false;
+    u.lockOwner = {};
+    u.lockedAt.clear();
+}
+
 bool Repository::lookupUnit(const UnitKey& key, UnitInfo& into) {
-    Statement& s =
-        statement(std::string("SELECT ") + kUnitColumns + " FROM units WHERE class = ? AND obj_id = ? AND version = ?");
+    Statement& s = statement("SELECT " + unitColumns_ + " FROM units WHERE class = ? AND obj_id = ? AND version = ?");
     s.bindText(0, key.className);
     s.bindText(1, key.objID);
     s.bindText(2, key.version);
     if (!s.step()) return false;
     into = unitFrom(s);
     s.reset();
+    settleLock(into);
     return true;
 }
 
 long long Repository::unitHolding(const char* className, const char* objID, const char* version) {
-    const Table* t = Schema::current().table(className);
+    const Table* t = schema_->table(className);
     if (!t) return 0;
-    Statement& s = statement("SELECT unit FROM " + quoted(t->className) + " WHERE obj_id = ? AND version = ?");
+    Statement& s = statement("SELECT unit FROM " + t->name + " WHERE obj_id = ? AND version = ?");
     s.bindText(0, objID);
     s.bindText(1, version);
     long long unit = s.step() ? s.getInt(0) : 0;
@@ -382,9 +411,12 @@ long long Repository::unitHolding(const char* className, const char* objID, cons
 std::vector<UnitInfo> Repository::units() {
     std::vector<UnitInfo> all;
     try {
-        Statement& s = statement(std::string("SELECT ") + kUnitColumns + " FROM units ORDER BY class, obj_id, version");
+        Statement& s = statement("SELECT " + unitColumns_ + " FROM units ORDER BY class, obj_id, version");
         while (s.step()) all.push_back(unitFrom(s));
         s.reset();
+        for (UnitInfo& u : all) settleLock(u);
+        // In the same order from every database, whatever its collation.
+        std::sort(all.begin(), all.end(), [](const UnitInfo& a, const UnitInfo& b) { return a.key < b.key; });
     } catch (const std::exception& e) {
         raise(e, "list the units");
     }
@@ -436,7 +468,7 @@ void Repository::storeAll() {
 void Repository::write(std::vector<UnitContent>& units) {
     if (units.empty()) return;
     if (db_->readOnly()) refuse(errReadOnly, "repository " + location_ + " is read-only: cannot store");
-    const Schema& schema = Schema::current();
+    const Schema& schema = *schema_;
     // Every link's position in both ends' roles, from the roles of the units' objects.
     std::unordered_map<_ADObject*, std::array<long, 2>> positions;
     auto note = [&](_ADObject* o) {
@@ -458,132 +490,154 @@ void Repository::write(std::vector<UnitContent>& units) {
         long p = it == positions.end() ? -1 : it->second[end];
         return p >= 0 ? p : positionInEnd(link, end);
     };
+    // Rows table by table (each table's rows are written together): objects
+    // and links sorted by their class's table.
+    std::unordered_map<const char*, const Table*> tableOf;
+    std::vector<std::vector<std::pair<_ADObject*, std::size_t>>> byTable(schema.tables().size());
+    auto sort = [&](_ADObject* o, std::size_t unit) {
+        const char* cls = o->whoAmI();
+        auto [it, added] = tableOf.try_emplace(cls, nullptr);
+        if (added) it->second = schema.table(cls);
+        if (!it->second) refuse(errDatabase, std::string("class ") + cls + " has no table in the repository");
+        byTable[static_cast<std::size_t>(it->second - schema.tables().data())].emplace_back(o, unit);
+    };
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        for (_ADObject* o : units[i].objects) sort(o, i);
+        for (_ADObject* l : units[i].links) sort(l, i);
+    }
+    std::vector<UnitKey> keys;
+    std::vector<std::string> serialized;
+    for (const UnitContent& u : units) {
+        keys.push_back(keyOf(u.root));
+        serialized.push_back(keys.back().text());
+    }
     std::vector<long> revisions(units.size());
-    std::string doing = "store";
-    const Table* failedTable = nullptr;
-    _ADObject* failedObject = nullptr;
-    try {
-        Transaction t(*db_, true);
-        std::string stamp = now();
-        db_->exec("CREATE TEMP TABLE IF NOT EXISTS restored (id INTEGER PRIMARY KEY)");
-        db_->exec("DELETE FROM temp.restored");
-        bool anyRestored = false;
-        std::vector<long long> ids(units.size());
-        for (std::size_t i = 0; i < units.size(); ++i) {
-            _ADObject* root = units[i].root;
-            UnitKey key = keyOf(root);
-            UnitInfo stored;
-            if (lookupUnit(key, stored)) {
-                if (stored.locked && (stored.lockOwner.user != owner_.user || stored.lockOwner.host != owner_.host))
-                    refuse(errLocked, "unit " + key.text() + " is locked by " + stored.lockOwner.text() + " since " +
-                                          stored.lockedAt + "; not stored");
-                if (knownRevision(key) != stored.revision)
-                    refuse(errStale, "unit " + key.text() + " was stored meanwhile by " + stored.storedBy +
-                                         " at revision " + std::to_string(stored.revision) + " (" + stored.storedAt +
-                                         "); retrieve or refresh it before storing");
-                ids[i] = stored.id;
-                revisions[i] = stored.revision + 1;
-                Statement& u = statement(
-                    "UPDATE units SET revision = ?, name = ?, stored_by = ?, stored_at = ? WHERE unit_id = ?");
-                u.bindInt(0, revisions[i]);
-                u.bindText(1, nameOf(root));
-                u.bindText(2, owner_.text());
-                u.bindText(3, stamp);
-                u.bindInt(4, stored.id);
-                u.step();
-                Statement& r = statement("INSERT INTO temp.restored VALUES (?)");
-                r.bindInt(0, stored.id);
-                r.step();
-                anyRestored = true;
-            } else {
-                Statement& u = statement(
-                    "INSERT INTO units (class, obj_id, version, name, revision, stored_by, stored_at)"
-                    " VALUES (?, ?, ?, ?, 1, ?, ?) RETURNING unit_id");
-                u.bindText(0, key.className);
-                u.bindText(1, key.objID);
-                u.bindText(2, key.version);
-                u.bindText(3, nameOf(root));
-                u.bindText(4, owner_.text());
-                u.bindText(5, stamp);
-                u.step();
-                ids[i] = u.getInt(0);
-                u.reset();
-                revisions[i] = 1;
+    // Rows go in bulk where the database has a bulk path; a row refused there
+    // is not named by the database, so the store is tried again row by row to
+    // name it (the first attempt left nothing behind).
+    for (bool bulk = true;; bulk = false) {
+        std::string doing = "store";
+        const Table* failedTable = nullptr;
+        _ADObject* failedObject = nullptr;
+        bool rowNamed = true;
+        try {
+            Transaction t(*db_, true);
+            db_->serialize(serialized);
+            std::string stamp = now();
+            db_->exec("CREATE TEMP TABLE IF NOT EXISTS restored (id INTEGER PRIMARY KEY)");
+            db_->exec("DELETE FROM restored");
+            bool anyRestored = false;
+            std::vector<long long> ids(units.size());
+            for (std::size_t i = 0; i < units.size(); ++i) {
+                _ADObject* root = units[i].root;
+                const UnitKey& key = keys[i];
+                UnitInfo stored;
+                if (lookupUnit(key, stored)) {
+                    if (stored.locked && (stored.lockOwner.user != owner_.user || stored.lockOwner.host != owner_.host))
+                        refuse(errLocked, "unit " + key.text() + " is locked by " + stored.lockOwner.text() +
+                                              " since " + stored.lockedAt + "; not stored");
+                    if (knownRevision(key) != stored.revision)
+                        refuse(errStale, "unit " + key.text() + " was stored meanwhile by " + stored.storedBy +
+                                             " at revision " + std::to_string(stored.revision) + " (" +
+                                             stored.storedAt + "); retrieve or refresh it before storing");
+                    ids[i] = stored.id;
+                    revisions[i] = stored.revision + 1;
+                    Statement& u = statement(
+                        "UPDATE units SET revision = ?, name = ?, stored_by = ?, stored_at = ? WHERE unit_id = ?");
+                    u.bindInt(0, revisions[i]);
+                    u.bindText(1, nameOf(root));
+                    u.bindText(2, owner_.text());
+                    u.bindText(3, stamp);
+                    u.bindInt(4, stored.id);
+                    u.step();
+                    Statement& r = statement("INSERT INTO restored VALUES (?)");
+                    r.bindInt(0, stored.id);
+                    r.step();
+                    anyRestored = true;
+                } else {
+                    Statement& u = statement(
+                        "INSERT INTO units (class, obj_id, version, name, revision, stored_by, stored_at)"
+                        " VALUES (?, ?, ?, ?, 1, ?, ?) RETURNING unit_id");
+                    u.bindText(0, key.className);
+                    u.bindText(1, key.objID);
+                    u.bindText(2, key.version);
+                    u.bindText(3, nameOf(root));
+                    u.bindText(4, owner_.text());
+                    u.bindText(5, stamp);
+                    u.step();
+                    ids[i] = u.getInt(0);
+                    u.reset();
+                    revisions[i] = 1;
+                }
             }
-        }
-        if (anyRestored)
-            for (const Table& table : schema.tables())
-                db_->exec("DELETE FROM " + quoted(table.className) + " WHERE unit IN (SELECT id FROM temp.restored)");
-        // Rows table by table (each table's pages are written together), one
-        // prepared statement per table.
-        std::unordered_map<const char*, const Table*> tableOf;
-        std::vector<std::vector<std::pair<_ADObject*, long long>>> byTable(schema.tables().size());
-        auto sort = [&](_ADObject* o, long long unit) {
-            const char* cls = o->whoAmI();
-            auto [it, added] = tableOf.try_emplace(cls, nullptr);
-            if (added) it->second = schema.table(cls);
-            if (!it->second) refuse(errDatabase, std::string("class ") + cls + " has no table in the repository");
-            byTable[static_cast<std::size_t>(it->second - schema.tables().data())].emplace_back(o, unit);
-        };
-        for (std::size_t i = 0; i < units.size(); ++i) {
-            for (_ADObject* o : units[i].objects) sort(o, ids[i]);
-            for (_ADObject* l : units[i].links) sort(l, ids[i]);
-        }
-        for (std::size_t ti = 0; ti < byTable.size(); ++ti) {
-            if (byTable[ti].empty()) continue;
-            const Table* table = &schema.tables()[ti];
-            Statement& s = statement(table->insert);
-            failedTable = table;
-            for (auto [o, unit] : byTable[ti]) {
-                failedObject = o;
-                s.reset();
-                s.bindText(Table::kId, o->objID());
-                s.bindText(Table::kVersion, o->context());
-                s.bindInt(Table::kUnit, unit);
-                if (table->isLink) {
-                    auto* l = static_cast<_ADLink*>(o);
-                    _ADObject* ends[2] = {l->getSource()->impl(), l->getTarget()->impl()};
-                    for (int end = 0; end < 2; ++end) {
-                        int base = end == 0 ? Table::kSourceClass : Table::kTargetClass;
-                        s.bindText(base, ends[end]->whoAmI());
-                        s.bindText(base + 1, ends[end]->objID());
-                        s.bindInt(base + 2, positionOf(o, end));
+            if (anyRestored) {
+                // The rows stored before go, every table in one go.
+                std::string clear;
+                for (const Table& table : schema.tables())
+                    clear += "DELETE FROM " + table.name + " WHERE unit IN (SELECT id FROM restored);\n";
+                db_->exec(clear);
+            }
+            for (std::size_t ti = 0; ti < byTable.size(); ++ti) {
+                if (byTable[ti].empty()) continue;
+                const Table* table = &schema.tables()[ti];
+                std::unique_ptr<RowWriter> w = db_->writeRows(table->name, table->columnNames, bulk);
+                failedTable = table;
+                rowNamed = w->rowByRow();
+                for (auto [o, unit] : byTable[ti]) {
+                    failedObject = o;
+                    w->bindText(Table::kId, o->objID());
+                    w->bindText(Table::kVersion, o->context());
+                    w->bindInt(Table::kUnit, ids[unit]);
+                    if (table->isLink) {
+                        auto* l = static_cast<_ADLink*>(o);
+                        _ADObject* ends[2] = {l->getSource()->impl(), l->getTarget()->impl()};
+                        for (int end = 0; end < 2; ++end) {
+                            int base = end == 0 ? Table::kSourceClass : Table::kTargetClass;
+                            w->bindText(base, ends[end]->whoAmI());
+                            w->bindText(base + 1, ends[end]->objID());
+                            w->bindInt(base + 2, positionOf(o, end));
+                        }
                     }
+                    int c = table->firstAttribute();
+                    for (const Column& col : table->columns) bindColumn(*w, c++, o, col);
+                    w->endRow();
                 }
-                int c = table->firstAttribute();
-                for (const Column& col : table->columns) bindColumn(s, c++, o, col);
-                s.step();
+                w->finish();
+                rowNamed = true;
             }
-        }
-        failedObject = nullptr;
-        doing = "commit the store";
-        t.commit();
-    } catch (const SqlError& e) {
-        if (e.fault() == SqlFault::Constraint && failedObject) {
-            std::string what = std::string(failedObject->whoAmI()) + " " + failedObject->objID() + " (" +
-                               failedObject->context() + ")";
-            if (std::strstr(e.what(), "UNIQUE") || std::strstr(e.what(), "PRIMARY")) {
-                long long holder = 0;
-                std::string claimed;
-                try {
-                    holder =
-                        unitHolding(failedTable->className.c_str(), failedObject->objID(), failedObject->context());
-                    for (const UnitInfo& u : this->units())
-                        if (u.id == holder) claimed = u.key.text();
-                } catch (const std::exception&) {
+            failedObject = nullptr;
+            doing = "commit the store";
+            t.commit();
+            break;
+        } catch (const SqlError& e) {
+            bool refusedRow = e.fault() == SqlFault::Duplicate || e.fault() == SqlFault::Constraint;
+            if (refusedRow && failedObject && !rowNamed && bulk) continue;
+            if (refusedRow && failedObject) {
+                std::string what = std::string(failedObject->whoAmI()) + " " + failedObject->objID() + " (" +
+                                   failedObject->context() + ")";
+                if (e.fault() == SqlFault::Duplicate) {
+                    long long holder = 0;
+                    std::string claimed;
+                    try {
+                        holder =
+                            unitHolding(failedTable->className.c_str(), failedObject->objID(), failedObject->context());
+                        for (const UnitInfo& u : this->units())
+                            if (u.id == holder) claimed = u.key.text();
+                    } catch (const std::exception&) {
+                    }
+                    UnitResolver resolver;
+                    refuse(errClaimedTwice,
+                           what + " belongs to unit " + (claimed.empty() ? "stored earlier" : claimed) + "; unit " +
+                               keyOf(resolver.rootOf(failedObject)).text() + " claims it too; nothing stored");
                 }
-                UnitResolver resolver;
-                refuse(errClaimedTwice, what + " belongs to unit " + (claimed.empty() ? "stored earlier" : claimed) +
-                                            "; unit " + keyOf(resolver.rootOf(failedObject)).text() +
-                                            " claims it too; nothing stored");
+                refuse(errValueRefused, "cannot store " + what + ": a value is out of its column's range (" + e.what() +
+                                            "); nothing stored");
             }
-            refuse(errValueRefused, "cannot store " + what + ": a value is out of its column's range (" + e.what() +
-                                        "); nothing stored");
+            raise(e, doing);
         }
-        raise(e, doing);
     }
     for (std::size_t i = 0; i < units.size(); ++i) {
-        revisions_[keyOf(units[i].root)] = revisions[i];
+        revisions_[keys[i]] = revisions[i];
         for (_ADObject* o : units[i].objects) clearChanges(o);
         for (_ADObject* l : units[i].links) {
             clearChanges(l);
@@ -614,68 +668,75 @@ ADObject Repository::retrieveUnit(const UnitKey& key) {
 void Repository::retrieveAll() { load({}, true, false); }
 
 void Repository::load(const std::vector<long long>& unitIDs, bool all, bool refresh) {
-    const Schema& schema = Schema::current();
+    const Schema& schema = *schema_;
     omSetProcessing how = refresh ? (omStore | omClearChanged) : (omStore | omKeepChanged);
     std::vector<ADObject> held;  // what this load made or shared, until the links hold it
     std::vector<std::unique_ptr<LinkRow>> links;
     std::vector<std::pair<UnitKey, long>> loaded;
     try {
         Transaction t(*db_, false);
-        auto unitRows = [&](const std::string& select, const char* unitColumn, auto&& each) {
-            if (all) {
-                Statement& s = statement(select);
-                while (s.step()) each(s);
-                s.reset();
-            } else {
-                for (long long id : unitIDs) {
-                    Statement& s = statement(select + " WHERE " + unitColumn + " = ?");
-                    s.bindInt(0, id);
-                    while (s.step()) each(s);
-                    s.reset();
-                }
-            }
-        };
-        unitRows(std::string("SELECT ") + kUnitColumns + " FROM units", "unit_id", [&](Statement& s) {
-            UnitInfo u = unitFrom(s);
-            loaded.emplace_back(u.key, u.revision);
-        });
-        for (const Table& table : schema.tables()) {
+        // A table's row: an object by identity with its values, or a link row
+        // that waits until its ends are live.
+        auto tableRow = [&](const Table& table, Statement& s) {
             int first = table.firstAttribute();
-            unitRows(table.selectAll, "unit", [&](Statement& s) {
-                if (!table.isLink) {
-                    const char* id = s.getText(Table::kId);
-                    const char* version = s.getText(Table::kVersion);
-                    ADObject* made = DSRegistration::create(table.className.c_str(), version, id);
-                    if (!made || made->isEmpty()) {
-                        delete made;
-                        refuse(errDamaged, "repository " + location_ + " holds an object of class " + table.className +
-                                               ", which no loaded component makes");
-                    }
-                    held.emplace_back(std::move(*made));
+            if (!table.isLink) {
+                const char* id = s.getText(Table::kId);
+                const char* version = s.getText(Table::kVersion);
+                ADObject* made = DSRegistration::create(table.className.c_str(), version, id);
+                if (!made || made->isEmpty()) {
                     delete made;
-                    _ADObject* o = held.back().impl();
-                    int c = first;
-                    for (const Column& col : table.columns) apply(o, col, read(s, c++), how);
-                    return;
+                    refuse(errDamaged, "repository " + location_ + " holds an object of class " + table.className +
+                                           ", which no loaded component makes");
                 }
-                auto row = std::make_unique<LinkRow>();
-                row->table = &table;
-                row->id = s.getText(Table::kId);
-                row->version = s.getText(Table::kVersion);
-                for (int end = 0; end < 2; ++end) {
-                    int base = end == 0 ? Table::kSourceClass : Table::kTargetClass;
-                    const Table* endTable = schema.table(s.getText(base));
-                    if (!endTable)
-                        refuse(errDamaged, "repository " + location_ + " names an unknown class " + s.getText(base) +
-                                               " at a link end");
-                    row->endClass[end] = endTable->className.c_str();
-                    row->endID[end] = s.getText(base + 1);
-                    row->position[end] = static_cast<long>(s.getInt(base + 2));
+                held.emplace_back(std::move(*made));
+                delete made;
+                _ADObject* o = held.back().impl();
+                int c = first;
+                for (const Column& col : table.columns) apply(o, col, read(s, c++), how);
+                return;
+            }
+            auto row = std::make_unique<LinkRow>();
+            row->table = &table;
+            row->id = s.getText(Table::kId);
+            row->version = s.getText(Table::kVersion);
+            for (int end = 0; end < 2; ++end) {
+                int base = end == 0 ? Table::kSourceClass : Table::kTargetClass;
+                const Table* endTable = schema.table(s.getText(base));
+                if (!endTable)
+                    refuse(errDamaged,
+                           "repository " + location_ + " names an unknown class " + s.getText(base) + " at a link end");
+                row->endClass[end] = endTable->className.c_str();
+                row->endID[end] = s.getText(base + 1);
+                row->position[end] = static_cast<long>(s.getInt(base + 2));
+            }
+            for (int c = first; c < first + static_cast<int>(table.columns.size()); ++c)
+                row->values.push_back(read(s, c));
+            links.push_back(std::move(row));
+        };
+        // Every unit's rows (or one unit's), all tables in one round trip.
+        std::vector<long long> rounds = all ? std::vector<long long>{-1} : unitIDs;
+        for (long long id : rounds) {
+            auto bound = [&](const std::string& select, const char* unitColumn) -> Statement* {
+                if (id < 0) return &statement(select);
+                Statement& s = statement(select + " WHERE " + unitColumn + " = ?");
+                s.bindInt(0, id);
+                return &s;
+            };
+            std::vector<Statement*> batch{bound("SELECT " + unitColumns_ + " FROM units", "unit_id")};
+            for (const Table& table : schema.tables()) batch.push_back(bound(table.selectAll, "unit"));
+            db_->fetch(batch);
+            for (std::size_t i = 0; i < batch.size(); ++i) {
+                Statement& s = *batch[i];
+                while (s.step()) {
+                    if (i == 0) {
+                        UnitInfo u = unitFrom(s);
+                        loaded.emplace_back(u.key, u.revision);
+                    } else {
+                        tableRow(schema.tables()[i - 1], s);
+                    }
                 }
-                for (int c = first; c < first + static_cast<int>(table.columns.size()); ++c)
-                    row->values.push_back(read(s, c));
-                links.push_back(std::move(row));
-            });
+                s.reset();
+            }
         }
         t.commit();
     } catch (const SqlError& e) {
@@ -806,18 +867,27 @@ std::vector<ADObject> Repository::deleteList(_ADObject* object) {
 void Repository::lockUnit(const UnitKey& key) {
     try {
         Transaction t(*db_, true);
+        db_->serialize({key.text()});
         UnitInfo u;
         if (!lookupUnit(key, u)) refuse(errNotStored, "unit " + key.text() + " is not in repository " + location_);
         if (u.locked && (u.lockOwner.user != owner_.user || u.lockOwner.host != owner_.host))
             refuse(errLocked, "unit " + key.text() + " is locked by " + u.lockOwner.text() + " since " + u.lockedAt);
+        // On a server the lock names this session, whose mark keeps it in force.
         Statement& s =
-            statement("UPDATE units SET lock_user = ?, lock_host = ?, lock_pid = ?, locked_at = ? WHERE unit_id = ?");
-        s.bindText(0, owner_.user);
-        s.bindText(1, owner_.host);
-        s.bindInt(2, owner_.pid);
-        s.bindText(3, now());
-        s.bindInt(4, u.id);
+            statement(std::string("UPDATE units SET lock_user = ?, lock_host = ?, lock_pid = ?, locked_at = ?") +
+                      (owner_.session ? ", lock_session = ?" : "") + " WHERE unit_id = ?");
+        int i = 0;
+        s.bindText(i++, owner_.user);
+        s.bindText(i++, owner_.host);
+        s.bindInt(i++, owner_.pid);
+        s.bindText(i++, now());
+        if (owner_.session) s.bindInt(i++, owner_.session);
+        s.bindInt(i, u.id);
         s.step();
+        if (owner_.session && std::find(marks_.begin(), marks_.end(), u.id) == marks_.end()) {
+            db_->holdMark(u.id);
+            marks_.push_back(u.id);
+        }
         t.commit();
     } catch (const SqlError& e) {
         raise(e, "lock " + key.text());
@@ -827,9 +897,19 @@ void Repository::lockUnit(const UnitKey& key) {
 void Repository::unlockUnit(const UnitKey& key, bool force) {
     try {
         Transaction t(*db_, true);
+        db_->serialize({key.text()});
         UnitInfo u;
         if (!lookupUnit(key, u)) refuse(errNotStored, "unit " + key.text() + " is not in repository " + location_);
-        if (!u.locked) return;
+        // This session's mark goes whoever holds the lock now (it may have been broken).
+        auto mark = std::find(marks_.begin(), marks_.end(), u.id);
+        if (mark != marks_.end()) {
+            db_->dropMark(u.id);
+            marks_.erase(mark);
+        }
+        if (!u.locked) {
+            t.commit();
+            return;
+        }
         bool mine = u.lockOwner.user == owner_.user && u.lockOwner.host == owner_.host;
         if (!mine && !force)
             refuse(errLocked, "unit " + key.text() + " is locked by " + u.lockOwner.text() + " since " + u.lockedAt +
@@ -838,7 +918,8 @@ void Repository::unlockUnit(const UnitKey& key, bool force) {
             refuse(errLockNotBroken, "unit " + key.text() + " is locked by " + u.lockOwner.text() +
                                          ", whose process is still running; the lock is not broken");
         Statement& s = statement(
-            "UPDATE units SET lock_user = NULL, lock_host = NULL, lock_pid = NULL, locked_at = NULL WHERE unit_id = ?");
+            std::string("UPDATE units SET lock_user = NULL, lock_host = NULL, lock_pid = NULL, locked_at = NULL") +
+            (owner_.session ? ", lock_session = NULL" : "") + " WHERE unit_id = ?");
         s.bindInt(0, u.id);
         s.step();
         t.commit();
@@ -856,6 +937,7 @@ void Repository::deleteUnit(const UnitKey& key) {
     if (db_->readOnly()) refuse(errReadOnly, "repository " + location_ + " is read-only: cannot delete " + key.text());
     try {
         Transaction t(*db_, true);
+        db_->serialize({key.text()});
         UnitInfo u;
         if (!lookupUnit(key, u)) refuse(errNotStored, "unit " + key.text() + " is not in repository " + location_);
         if (u.locked && (u.lockOwner.user != owner_.user || u.lockOwner.host != owner_.host))
@@ -892,6 +974,7 @@ void Repository::copyUnit(const UnitKey& key, const std::string& toVersion) {
     UnitKey to{key.className, key.objID, toVersion};
     try {
         Transaction t(*db_, true);
+        db_->serialize({key.text(), to.text()});
         UnitInfo u, exists;
         if (!lookupUnit(key, u)) refuse(errNotStored, "unit " + key.text() + " is not in repository " + location_);
         if (lookupUnit(to, exists))
@@ -908,7 +991,7 @@ void Repository::copyUnit(const UnitKey& key, const std::string& toVersion) {
         s.step();
         long long id = s.getInt(0);
         s.reset();
-        for (const Table& table : Schema::current().tables()) {
+        for (const Table& table : schema_->tables()) {
             Statement& c = statement(table.copyUnit);
             c.bindText(0, toVersion);
             c.bindInt(1, id);
@@ -917,11 +1000,91 @@ void Repository::copyUnit(const UnitKey& key, const std::string& toVersion) {
         }
         t.commit();
     } catch (const SqlError& e) {
-        if (e.fault() == SqlFault::Constraint)
+        if (e.fault() == SqlFault::Duplicate || e.fault() == SqlFault::Constraint)
             refuse(errClaimedTwice, "unit " + key.text() + " cannot be copied into version " + toVersion +
                                         ": an object of it is already there in another unit (" + e.what() + ")");
         raise(e, "copy " + key.text());
     }
+}
+
+// ---- a whole repository into another ---------------------------------------
+
+std::size_t Repository::copyInto(Repository& target) {
+    const Schema& from = *schema_;
+    const Schema& to = *target.schema_;
+    if (target.db_->readOnly())
+        refuse(errReadOnly, "repository " + target.location_ + " is read-only: cannot copy into it");
+    std::size_t copied = 0;
+    try {
+        Transaction reading(*db_, false);
+        Transaction writing(*target.db_, true);
+        target.db_->serialize({"schema"});
+        Statement& count = target.statement("SELECT count(*) FROM units");
+        long long there = count.step() ? count.getInt(0) : 0;
+        count.reset();
+        if (there > 0)
+            refuse(errNotEmpty, "repository " + target.location_ + " is not empty (" + std::to_string(there) +
+                                    " units); units are copied into an empty repository only");
+        // Units first, each with the number the target gives it.
+        std::unordered_map<long long, long long> ids;
+        Statement& units =
+            statement("SELECT unit_id, class, obj_id, version, name, revision, stored_by, stored_at FROM units");
+        Statement& add = target.statement(
+            "INSERT INTO units (class, obj_id, version, name, revision, stored_by, stored_at)"
+            " VALUES (?, ?, ?, ?, ?, ?, ?) RETURNING unit_id");
+        while (units.step()) {
+            for (int c = 1; c <= 7; ++c) {
+                if (c == 5)
+                    add.bindInt(c - 1, units.getInt(c));
+                else if (const char* text = units.getText(c))
+                    add.bindText(c - 1, text);
+                else
+                    add.bindNull(c - 1);
+            }
+            add.step();
+            ids[units.getInt(0)] = add.getInt(0);
+            add.reset();
+            ++copied;
+        }
+        units.reset();
+        // Then every table's rows as they are, in bulk.
+        for (std::size_t ti = 0; ti < from.tables().size(); ++ti) {
+            const Table& a = from.tables()[ti];
+            const Table* b = to.table(a.className.c_str());
+            if (!b || b->columns.size() != a.columns.size())
+                refuse(errSchemaVersion, "repository " + target.location_ + " was made for other classes (" +
+                                             a.className + "); nothing copied");
+            Statement& rows = statement(a.selectAll);
+            std::unique_ptr<RowWriter> w;
+            while (rows.step()) {
+                if (!w) w = target.db_->writeRows(b->name, b->columnNames, true);
+                int columns = a.firstAttribute() + static_cast<int>(a.columns.size());
+                for (int c = 0; c < columns; ++c) {
+                    bool number = c == Table::kUnit || (a.isLink && (c == Table::kSourcePos || c == Table::kTargetPos));
+                    if (c >= a.firstAttribute()) {
+                        ColumnType type = a.columns[static_cast<std::size_t>(c - a.firstAttribute())].type;
+                        number = type != ColumnType::String && type != ColumnType::Char;
+                    }
+                    if (rows.isNull(c))
+                        w->bindNull(c);
+                    else if (c == Table::kUnit)
+                        w->bindInt(c, ids.at(rows.getInt(c)));
+                    else if (number)
+                        w->bindInt(c, rows.getInt(c));
+                    else
+                        w->bindText(c, rows.getText(c));
+                }
+                w->endRow();
+            }
+            rows.reset();
+            if (w) w->finish();
+        }
+        writing.commit();
+        reading.commit();
+    } catch (const SqlError& e) {
+        target.raise(e, "copy the units of " + location_);
+    }
+    return copied;
 }
 
 // ---- the platform's unit operations ---------------------------------------

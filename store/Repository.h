@@ -1,9 +1,11 @@
 // Repository.h — a repository that persists units: open one by path (or a
-// file: URL), make it the current one, and store, retrieve, refresh, touch,
-// lock, unlock, delete and copy units. Each unit carries a revision; a store of
-// a unit that another program stored meanwhile is refused, and so is a store or
-// delete of a unit locked by another owner. Failures are thrown as KVException*
-// (source "krmwtarn_store") whose message says what happened.
+// file: URL: an SQLite file) or by a postgresql:// URL (a database on a
+// PostgreSQL server), make it the current one, and store, retrieve, refresh,
+// touch, lock, unlock, delete and copy units. Each unit carries a revision; a
+// store of a unit that another program stored meanwhile is refused, and so is a
+// store or delete of a unit locked by another owner. On a server a lock lasts
+// while the session that took it. Failures are thrown as KVException* (source
+// "krmwtarn_store") whose message says what happened.
 #pragma once
 
 #include <krmwtarn/platform/common/Export.h>
@@ -22,6 +24,7 @@
 namespace krstore {
 
 class Connection;
+class Schema;
 class Statement;
 struct Table;
 struct UnitContent;
@@ -44,6 +47,7 @@ enum StoreError : long {
     errAmbiguous = 7016,
     errCopyExists = 7017,
     errNoCopyVersion = 7018,
+    errNotEmpty = 7019,
     errDatabase = 7020,
 };
 
@@ -59,7 +63,8 @@ struct KRMWTARN_API UnitKey {
 struct KRMWTARN_API LockOwner {
     std::string user, host;
     long pid = 0;
-    std::string text() const;  // "user@host (pid 123)"
+    long session = 0;          // the server session (backend process) holding the lock; 0 for a file
+    std::string text() const;  // "user@host (pid 123)", "user@host (pid 123, session 456)"
 };
 
 struct KRMWTARN_API UnitInfo {
@@ -81,7 +86,8 @@ struct KRMWTARN_API OpenOptions {
 
 class KRMWTARN_API Repository final : public DSRepositoryBackend {
 public:
-    // Opens the repository at a path or file: URL.
+    // Opens the repository at a path or file: URL, or in the PostgreSQL
+    // database of a postgresql:// (or postgres://) URL.
     static std::unique_ptr<Repository> open(const std::string& location, const OpenOptions& options = {});
     ~Repository() override;
     Repository(const Repository&) = delete;
@@ -91,6 +97,9 @@ public:
     void makeCurrent();
     const std::string& location() const noexcept { return location_; }
     const LockOwner& owner() const noexcept { return owner_; }
+    // Whether locks end with the session that took them (a server), rather
+    // than lasting until they are unlocked (a file).
+    bool locksEndWithSession() const noexcept { return owner_.session != 0; }
 
     // Store the units of these objects in one transaction (each unit once).
     void storeUnits(const std::vector<_ADObject*>& objects);
@@ -122,6 +131,10 @@ public:
     void copyUnit(const UnitKey& key, const std::string& toVersion);
     // The version the technology objects' copy() copies into.
     void setCopyVersion(std::string version) { copyVersion_ = std::move(version); }
+    // Copies every unit of this repository, with its revision and who stored
+    // it, into `target`, which must hold no unit yet (locks stay behind: they
+    // belong to this repository's owners). Answers the number of units copied.
+    std::size_t copyInto(Repository& target);
 
     // The unit key of the unit an object belongs to.
     UnitKey unitKeyOf(_ADObject* object);
@@ -146,6 +159,9 @@ private:
     Repository(std::unique_ptr<Connection> connection, std::string location, LockOwner owner);
     void openSchema();
     void write(std::vector<UnitContent>& units);
+    // Drops the lock of a unit read from the repository when the session that
+    // took it has ended.
+    void settleLock(UnitInfo& unit);
     void load(const std::vector<long long>& unitIDs, bool all, bool refresh);
     void attachPending();
     bool attach(LinkRow& row);
@@ -156,6 +172,8 @@ private:
     void forgetUnit(const UnitKey& key);
 
     std::unique_ptr<Connection> db_;
+    const Schema* schema_;
+    std::string unitColumns_;  // the unit table's columns as unitFrom reads them
     std::string location_;
     LockOwner owner_;
     std::string copyVersion_;
@@ -167,6 +185,8 @@ private:
     // Stored positions of retrieved links in their source's and target's roles.
     std::unordered_map<_ADObject*, std::array<long, 2>> positions_;
     std::vector<std::unique_ptr<LinkRow>> pending_;
+    // Units whose lock mark this program's session holds.
+    std::vector<long long> marks_;
 };
 
 // Opens a repository and makes it the current one; closes it with the scope.

@@ -1,17 +1,26 @@
 // Schema.cpp — generation of the repository's tables from the class tables:
 // type names map to column types with range checks (string TEXT; boolean, short,
-// ushort and long INTEGER within their ranges; char TEXT of one character).
+// ushort and long INTEGER within their ranges; char TEXT of one character),
+// in SQLite's or PostgreSQL's SQL.
 #include <krmwtarn/store/Schema.h>
 
 #include <krmwtarn/platform/repository/DSRegistration.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cstring>
 #include <set>
 
 namespace krstore {
 
 std::string quoted(const std::string& name) { return "\"" + name + "\""; }
+
+std::string identifier(const std::string& name, Dialect dialect) {
+    if (dialect == Dialect::Sqlite) return quoted(name);
+    std::string lower = name;
+    for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return quoted(lower);
+}
 
 namespace {
 
@@ -29,8 +38,8 @@ bool typeOf(const char* name, ColumnType& type) {
     return false;
 }
 
-std::string columnDefinition(const Column& c) {
-    std::string q = quoted(c.name);
+std::string columnDefinition(const Column& c, Dialect dialect) {
+    std::string q = identifier(c.name, dialect);
     switch (c.type) {
         case ColumnType::String:
             return q + " TEXT";
@@ -56,7 +65,8 @@ bool isLinkClass(const _classStruct* c) {
     return false;
 }
 
-Table tableOf(const _classStruct* cls) {
+Table tableOf(const _classStruct* cls, Dialect dialect) {
+    auto id = [dialect](const std::string& name) { return identifier(name, dialect); };
     Table t;
     t.className = cls->className;
     t.isLink = isLinkClass(cls);
@@ -79,29 +89,37 @@ Table tableOf(const _classStruct* cls) {
         c = c->superclassName ? DSRegistration::findClass(c->superclassName) : nullptr;
     }
 
-    std::string q = quoted(t.className);
+    std::string q = id(t.className);
+    t.name = q;
     std::string cols = "obj_id, version, unit";
+    t.columnNames = {"obj_id", "version", "unit"};
     std::string def =
         "obj_id TEXT NOT NULL, version TEXT NOT NULL, unit INTEGER NOT NULL REFERENCES units(unit_id) ON DELETE "
         "CASCADE";
     if (t.isLink) {
         cols += ", source_class, source_id, source_pos, target_class, target_id, target_pos";
+        for (const char* n : {"source_class", "source_id", "source_pos", "target_class", "target_id", "target_pos"})
+            t.columnNames.push_back(n);
         def +=
             ", source_class TEXT NOT NULL, source_id TEXT NOT NULL, source_pos INTEGER NOT NULL"
             ", target_class TEXT NOT NULL, target_id TEXT NOT NULL, target_pos INTEGER NOT NULL";
     }
-    std::string copyCols = "obj_id, ?, ?";
+    // The version and unit of a copy are parameters whose type the server
+    // cannot tell from a select list: cast.
+    std::string copyCols = "obj_id, CAST(? AS TEXT), CAST(? AS INTEGER)";
     if (t.isLink) copyCols += ", source_class, source_id, source_pos, target_class, target_id, target_pos";
     for (const Column& col : t.columns) {
-        copyCols += ", " + quoted(col.name);
-        cols += ", " + quoted(col.name);
-        def += ", " + columnDefinition(col);
+        copyCols += ", " + id(col.name);
+        cols += ", " + id(col.name);
+        t.columnNames.push_back(id(col.name));
+        def += ", " + columnDefinition(col, dialect);
     }
-    t.create = "CREATE TABLE " + q + " (" + def + ", PRIMARY KEY (obj_id, version)) WITHOUT ROWID;\n" +
-               "CREATE INDEX " + quoted(t.className + "_unit") + " ON " + q + " (unit);";
+    t.create = "CREATE TABLE " + q + " (" + def + ", PRIMARY KEY (obj_id, version))" +
+               (dialect == Dialect::Sqlite ? " WITHOUT ROWID" : "") + ";\n" + "CREATE INDEX " +
+               id(t.className + "_unit") + " ON " + q + " (unit);";
     if (t.isLink)
-        t.create += "\nCREATE INDEX " + quoted(t.className + "_source") + " ON " + q +
-                    " (source_id, version);\nCREATE INDEX " + quoted(t.className + "_target") + " ON " + q +
+        t.create += "\nCREATE INDEX " + id(t.className + "_source") + " ON " + q +
+                    " (source_id, version);\nCREATE INDEX " + id(t.className + "_target") + " ON " + q +
                     " (target_id, version);";
     std::string params = "?";
     for (std::size_t i = 1; i < static_cast<std::size_t>(t.firstAttribute()) + t.columns.size(); ++i) params += ", ?";
@@ -115,12 +133,20 @@ Table tableOf(const _classStruct* cls) {
 
 }  // namespace
 
-Schema::Schema() {
-    ddl_.push_back(
-        "CREATE TABLE units (unit_id INTEGER PRIMARY KEY, class TEXT NOT NULL, obj_id TEXT NOT NULL,"
-        " version TEXT NOT NULL, name TEXT, revision INTEGER NOT NULL CHECK (revision >= 0),"
-        " stored_by TEXT, stored_at TEXT, lock_user TEXT, lock_host TEXT, lock_pid INTEGER, locked_at TEXT,"
-        " UNIQUE (class, obj_id, version))");
+Schema::Schema(Dialect dialect) {
+    // A server's unit table also names the session that holds a unit's lock.
+    if (dialect == Dialect::Sqlite)
+        ddl_.push_back(
+            "CREATE TABLE units (unit_id INTEGER PRIMARY KEY, class TEXT NOT NULL, obj_id TEXT NOT NULL,"
+            " version TEXT NOT NULL, name TEXT, revision INTEGER NOT NULL CHECK (revision >= 0),"
+            " stored_by TEXT, stored_at TEXT, lock_user TEXT, lock_host TEXT, lock_pid INTEGER, locked_at TEXT,"
+            " UNIQUE (class, obj_id, version))");
+    else
+        ddl_.push_back(
+            "CREATE TABLE units (unit_id INTEGER GENERATED BY DEFAULT AS IDENTITY PRIMARY KEY, class TEXT NOT NULL,"
+            " obj_id TEXT NOT NULL, version TEXT NOT NULL, name TEXT, revision INTEGER NOT NULL CHECK (revision >= 0),"
+            " stored_by TEXT, stored_at TEXT, lock_user TEXT, lock_host TEXT, lock_pid INTEGER, locked_at TEXT,"
+            " lock_session INTEGER, UNIQUE (class, obj_id, version))");
     // Components that make objects (a factory), in name order: the schema does
     // not depend on which components loaded first or which only describe classes.
     std::vector<DSRegistration*> components;
@@ -133,14 +159,18 @@ Schema::Schema() {
         for (const _classStruct* c = r->classTable(); c && c->className; ++c) {
             if (byName_.count(c->className)) continue;
             byName_.emplace(c->className, tables_.size());
-            tables_.push_back(tableOf(c));
+            tables_.push_back(tableOf(c, dialect));
             ddl_.push_back(tables_.back().create);
         }
 }
 
-const Schema& Schema::current() {
-    static const Schema schema;
-    return schema;
+const Schema& Schema::current(Dialect dialect) {
+    if (dialect == Dialect::Postgres) {
+        static const Schema server(Dialect::Postgres);
+        return server;
+    }
+    static const Schema embedded(Dialect::Sqlite);
+    return embedded;
 }
 
 const Table* Schema::table(const char* className) const {

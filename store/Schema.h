@@ -2,12 +2,15 @@
 // tables and attribute tables (nothing is written per class): one table per
 // class with identity and unit columns and one typed column per attribute of
 // its attribute-table chain; a link class's table adds both ends by identity
-// and the link's position in each end's role.
+// and the link's position in each end's role. The same tables are written in
+// each database's SQL: on PostgreSQL, names are in lower case so that a
+// person's unquoted query finds them.
 #pragma once
 
 #include <krmwtarn/platform/common/Export.h>
 
 #include <krmwtarn/platform/repository/ADAttributeEntry.h>
+#include <krmwtarn/store/Sql.h>
 
 #include <string>
 #include <unordered_map>
@@ -26,13 +29,15 @@ struct KRMWTARN_API Column {
 
 struct KRMWTARN_API Table {
     std::string className;
+    std::string name;  // the table's name in statements (quoted)
     bool isLink = false;
-    std::vector<Column> columns;  // the attribute columns, in chain order
-    std::string create;           // CREATE TABLE and its unit index
-    std::string insert;           // every column, in column order
-    std::string selectAll;        // every column, every row
-    std::string selectByUnit;     // every column, rows of one unit
-    std::string copyUnit;         // rows of a unit (3rd parameter) into a version (1st) and unit (2nd)
+    std::vector<Column> columns;           // the attribute columns, in chain order
+    std::vector<std::string> columnNames;  // every column in statements (quoted), in insert order
+    std::string create;                    // CREATE TABLE and its unit index
+    std::string insert;                    // every column, in column order
+    std::string selectAll;                 // every column, every row
+    std::string selectByUnit;              // every column, rows of one unit
+    std::string copyUnit;                  // rows of a unit (3rd parameter) into a version (1st) and unit (2nd)
     std::string deleteByUnit;
     // Column positions in insert and select: identity first, then the ends.
     static constexpr int kId = 0, kVersion = 1, kUnit = 2;
@@ -46,8 +51,8 @@ public:
     // The layout this program writes; a repository of another version is refused.
     static constexpr int kVersion = 1;
 
-    // The schema of every class registered now (built on first use).
-    static const Schema& current();
+    // The schema of every class registered now, in a database's SQL (built on first use).
+    static const Schema& current(Dialect dialect = Dialect::Sqlite);
 
     // The table of a class, or null.
     const Table* table(const char* className) const;
@@ -56,7 +61,7 @@ public:
     const std::vector<std::string>& ddl() const noexcept { return ddl_; }
 
 private:
-    Schema();
+    explicit Schema(Dialect dialect);
     std::vector<Table> tables_;
     std::unordered_map<std::string, std::size_t> byName_;
     std::vector<std::string> ddl_;
@@ -65,5 +70,8 @@ private:
 // Identifiers in statements are quoted: attribute names are not checked
 // against the SQL keywords.
 KRMWTARN_API std::string quoted(const std::string& name);
+
+// The quoted name of a table, column or index in a database's SQL.
+KRMWTARN_API std::string identifier(const std::string& name, Dialect dialect);
 
 }  // namespace krstore

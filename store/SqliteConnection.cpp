@@ -30,7 +30,8 @@ SqlFault faultOf(int code) {
         case SQLITE_CANTOPEN:
             return SqlFault::CannotOpen;
         case SQLITE_CONSTRAINT:
-            return SqlFault::Constraint;
+            return code == SQLITE_CONSTRAINT_PRIMARYKEY || code == SQLITE_CONSTRAINT_UNIQUE ? SqlFault::Duplicate
+                                                                                            : SqlFault::Constraint;
         case SQLITE_IOERR:
             // A short read is what a truncated file gives.
             return code == SQLITE_IOERR_SHORT_READ ? SqlFault::Damaged : SqlFault::Other;
@@ -105,6 +106,7 @@ public:
     }
     ~SqliteConnection() override { sqlite3_close_v2(db_); }
 
+    Dialect dialect() const override { return Dialect::Sqlite; }
     std::unique_ptr<Statement> prepare(const std::string& sql) override {
         sqlite3_stmt* stmt = nullptr;
         int rc = sqlite3_prepare_v3(db_, sql.c_str(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT, &stmt,
@@ -117,6 +119,7 @@ public:
         if (rc != SQLITE_OK) fail(db_, rc);
     }
     void beginWrite() override { exec("BEGIN IMMEDIATE"); }
+    void beginRead() override { exec("BEGIN"); }
     void commit() override { exec("COMMIT"); }
     void rollback() noexcept override {
         if (!sqlite3_get_autocommit(db_)) sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);

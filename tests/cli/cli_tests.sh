@@ -220,5 +220,42 @@ case_installed_tool_runs() {
     cmp -s "$work/out" "$work/expected" || fail "the installed tool's demo differs from the built one's"
 }
 
+# A repository copied into another exports as the one it came from: file to
+# file, and, beside a PostgreSQL server (KRMWTARN_TEST_PG), file to server to
+# file; on the server a lock lasts while the lock command runs.
+case_copy_repo_exports_equal() {
+    local a="$work/a.db" b="$work/b.db"
+    check 0 --repo "$a" sample
+    check 0 --repo "$a" copy-repo "$b"
+    expect_out "copied 14 units from $a into $b"
+    check 0 --repo "$a" export -
+    mv "$work/out" "$work/a.json"
+    check 0 --repo "$b" export -
+    cmp -s "$work/a.json" "$work/out" || fail "the copy exports differently"
+    check 1 --repo "$a" copy-repo "$b"
+    expect_err "krmwtarn: repository $b is not empty (14 units); units are copied into an empty repository only"
+    [ -n "${KRMWTARN_TEST_PG:-}" ] || { echo "no PostgreSQL server (KRMWTARN_TEST_PG): file to file only"; return; }
+    local schema="cli_$$" separator="?"
+    [[ "$KRMWTARN_TEST_PG" == *\?* ]] && separator="&"
+    local url="$KRMWTARN_TEST_PG${separator}options=-csearch_path%3D$schema" c="$work/c.db"
+    psql -q "$KRMWTARN_TEST_PG" -c "CREATE SCHEMA $schema" || fail "cannot make a schema on the server"
+    trap 'psql -q "$KRMWTARN_TEST_PG" -c "DROP SCHEMA $schema CASCADE" >/dev/null 2>&1; rm -rf "$work"' EXIT
+    check 0 --repo "$a" copy-repo "$url"
+    check 0 --repo "$url" export -
+    cmp -s "$work/a.json" "$work/out" || fail "the copy on the server exports differently"
+    check 0 --repo "$url" copy-repo "$c"
+    check 0 --repo "$c" export -
+    cmp -s "$work/a.json" "$work/out" || fail "the copy back from the server exports differently"
+    (sleep 3) | "$tool" --repo "$url" lock HOSPDBD >"$work/lock.out" 2>&1 &
+    local locker=$!
+    for _ in $(seq 50); do grep -q "lasts while" "$work/lock.out" && break; sleep 0.1; done
+    check 0 --repo "$url" list
+    grep -E "^DSDBD +HOSPDBD .*, session [0-9]+\) since" "$work/out" >/dev/null || fail "the lock is not listed with its session"
+    wait "$locker" || fail "krmwtarn lock failed: $(cat "$work/lock.out")"
+    grep -qF "unlocked unit DSDBD HOSPDBD (SAMPLE)" "$work/lock.out" || fail "the lock was not released: $(cat "$work/lock.out")"
+    check 0 --repo "$url" list
+    grep -E "^DSDBD +HOSPDBD .* -$" "$work/out" >/dev/null || fail "the lock outlived its command"
+}
+
 "case_$case_name"
 echo "PASS [$case_name]"

@@ -1,7 +1,8 @@
 // FaultsTest.cpp — bad files and interrupted work: a file that is no
-// repository, a truncated or corrupted one, another schema version, a full
-// disk; a process killed at random points while storing the largest model; two
-// processes storing at once; a lock left by a killed process.
+// repository, a truncated or corrupted one, a full disk, a read-only file (the
+// SQLite file's own faults); on both backends, another schema version, a
+// process killed at random points while storing the largest model, two
+// processes storing at once, a lock left by a killed process.
 #include "tests/store/StoreTestSupport.h"
 
 #include <sqlite3.h>
@@ -13,6 +14,10 @@
 #include <fstream>
 #include <random>
 #include <thread>
+
+// The faults of an SQLite file.
+class FileStoreTest : public StoreTest {};
+INSTANTIATE_TEST_SUITE_P(Backends, FileStoreTest, ::testing::Values(Backend::Sqlite), backendName);
 
 namespace {
 // Runs one SQL statement on the file and answers the first column of the first row.
@@ -30,7 +35,7 @@ std::string sql(const std::string& path, const std::string& statement) {
 }
 }  // namespace
 
-TEST_F(StoreTest, AFileThatIsNoRepositoryIsRefused) {
+TEST_P(FileStoreTest, AFileThatIsNoRepositoryIsRefused) {
     std::ofstream(path_) << "DBD NAME=HOSPDBD,ACCESS=HIDAM\n" << std::string(5000, 'x');
     EXPECT_EQ(refusal([&] { open(); }), path_ + " is not a KRMWTARN repository (not a database file)");
     std::filesystem::remove(path_);
@@ -44,13 +49,16 @@ TEST_F(StoreTest, AFileThatIsNoRepositoryIsRefused) {
               0u);
 }
 
-TEST_F(StoreTest, AnotherSchemaVersionIsRefused) {
+TEST_P(StoreTest, AnotherSchemaVersionIsRefused) {
     open();
-    sql(path_, "PRAGMA user_version = 99");
+    if (onServer())
+        admin("UPDATE " + schema_ + ".repository_meta SET value = '99' WHERE key = 'schema_version'");
+    else
+        sql(path_, "PRAGMA user_version = 99");
     EXPECT_EQ(refusal([&] { open(); }), "repository " + path_ + " has schema version 99; this program reads version 1");
 }
 
-TEST_F(StoreTest, TruncatedAndCorruptedFilesAreReportedAsDamaged) {
+TEST_P(FileStoreTest, TruncatedAndCorruptedFilesAreReportedAsDamaged) {
     {
         sample::Model m = sample::build();
         open()->storeAll();
@@ -74,7 +82,7 @@ TEST_F(StoreTest, TruncatedAndCorruptedFilesAreReportedAsDamaged) {
     EXPECT_NE(corrupted.find(" is damaged (truncated or corrupted)"), std::string::npos) << corrupted;
 }
 
-TEST_F(StoreTest, AFullDiskLosesNothingStoredBefore) {
+TEST_P(FileStoreTest, AFullDiskLosesNothingStoredBefore) {
     nlohmann::json expected;
     {
         sample::Model m = sample::build();
@@ -101,7 +109,7 @@ TEST_F(StoreTest, AFullDiskLosesNothingStoredBefore) {
     EXPECT_EQ(r->units().size(), 14u);
 }
 
-TEST_F(StoreTest, AReadOnlyRepositoryIsReadButNotWritten) {
+TEST_P(FileStoreTest, AReadOnlyRepositoryIsReadButNotWritten) {
     {
         sample::Model m = sample::build();
         open()->storeAll();
@@ -140,11 +148,11 @@ TEST_F(StoreTest, AReadOnlyRepositoryIsReadButNotWritten) {
 // Stores of the largest model, killed at random moments: the file stays
 // sound and every unit holds one whole revision (the loop writes the revision
 // number into every segment and SENSEG of every unit it stores).
-TEST_F(StoreTest, KilledDuringStoresEveryUnitStaysAtAStoredRevision) {
+TEST_P(StoreTest, KilledDuringStoresEveryUnitStaysAtAStoredRevision) {
     const char* env = std::getenv("KRMWTARN_KILL_PCBS");
     std::string pcbs = env ? env : "300";
     std::string out;
-    ASSERT_EQ(probe("store-largest " + path_ + " " + pcbs, &out), 0) << out;
+    ASSERT_EQ(probe("store-largest " + repo() + " " + pcbs, &out), 0) << out;
     std::mt19937 random(20240601);
     for (int round = 0; round < 4; ++round) {
         pid_t child = fork();
@@ -159,26 +167,25 @@ TEST_F(StoreTest, KilledDuringStoresEveryUnitStaysAtAStoredRevision) {
         int status = 0;
         waitpid(child, &status, 0);
         ASSERT_TRUE(WIFSIGNALED(status));
-        ASSERT_EQ(sql(path_, "PRAGMA integrity_check"), "ok");
+        if (!onServer()) {
+            ASSERT_EQ(sql(path_, "PRAGMA integrity_check"), "ok");
+        }
         // One value per unit, and it is the unit's revision (revision 1 holds none).
-        EXPECT_EQ(sql(path_,
-                      "SELECT count(*) FROM (SELECT unit FROM DSSegment GROUP BY unit"
-                      " HAVING count(DISTINCT coalesce(frequency, '1')) <> 1)"),
+        EXPECT_EQ(query("SELECT count(*) FROM (SELECT unit FROM DSSegment GROUP BY unit"
+                        " HAVING count(DISTINCT coalesce(frequency, '1')) <> 1) AS mixed"),
                   "0");
-        EXPECT_EQ(sql(path_,
-                      "SELECT count(*) FROM DSSegment s JOIN units u ON s.unit = u.unit_id"
-                      " WHERE coalesce(s.frequency, '1') <> CAST(u.revision AS TEXT)"),
+        EXPECT_EQ(query("SELECT count(*) FROM DSSegment s JOIN units u ON s.unit = u.unit_id"
+                        " WHERE coalesce(s.frequency, '1') <> CAST(u.revision AS TEXT)"),
                   "0");
-        EXPECT_EQ(sql(path_,
-                      "SELECT count(*) FROM DSSenSegment s JOIN units u ON s.unit = u.unit_id"
-                      " WHERE coalesce(s.procoptSENSEG, '1') <> CAST(u.revision AS TEXT)"),
+        EXPECT_EQ(query("SELECT count(*) FROM DSSenSegment s JOIN units u ON s.unit = u.unit_id"
+                        " WHERE coalesce(s.procoptSENSEG, '1') <> CAST(u.revision AS TEXT)"),
                   "0");
-        EXPECT_EQ(sql(path_, "SELECT count(*) FROM DSSenSegment"), std::to_string(std::stoi(pcbs) * 12));
+        EXPECT_EQ(query("SELECT count(*) FROM DSSenSegment"), std::to_string(std::stoi(pcbs) * 12));
     }
-    std::cout << "revision after the kills: " << sql(path_, "SELECT max(revision) FROM units") << "\n";
+    std::cout << "revision after the kills: " << query("SELECT max(revision) FROM units") << "\n";
 }
 
-TEST_F(StoreTest, TwoProcessesStoringAtOnce) {
+TEST_P(StoreTest, TwoProcessesStoringAtOnce) {
     {
         sample::Model m = sample::build();
         open()->storeAll();
@@ -186,7 +193,7 @@ TEST_F(StoreTest, TwoProcessesStoringAtOnce) {
     DSRegistrar::releaseAll();
     std::string go = (dir_ / "go").string();
     auto run = [&](const std::string& unit, std::string& out, int& status) {
-        status = probe("store-after " + path_ + " " + unit + " " + go, &out);
+        status = probe("store-after " + repo() + " " + unit + " " + go, &out);
     };
     // Different units: both land.
     {
@@ -220,7 +227,9 @@ TEST_F(StoreTest, TwoProcessesStoringAtOnce) {
     }
 }
 
-TEST_F(StoreTest, ALockOfAKilledProcessIsReportedAndBrokenWithForce) {
+// On a file, the lock stays with its owner's name until it is broken with
+// --force; on a server, it ends with the killed program's session.
+TEST_P(StoreTest, ALockOfAKilledProcessIsReportedAndBrokenWithForce) {
     {
         sample::Model m = sample::build();
         open()->storeAll();
@@ -240,17 +249,35 @@ TEST_F(StoreTest, ALockOfAKilledProcessIsReportedAndBrokenWithForce) {
     ASSERT_GT(read(fds[0], buffer, sizeof buffer - 1), 0);
     close(fds[0]);
     EXPECT_STREQ(buffer, "locked\n");
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
     auto r = open();
     krstore::UnitInfo u = r->findUnit("HOSPPSB");
     ASSERT_TRUE(u.locked);
     EXPECT_EQ(u.lockOwner.user, "carol");
     EXPECT_EQ(u.lockOwner.pid, static_cast<long>(child));
+    EXPECT_EQ(u.lockOwner.session != 0, onServer());
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
     std::string out;
-    EXPECT_EQ(probe("unlock " + path_ + " HOSPPSB", &out), 3);
+    if (onServer()) {
+        // The server ends the session as the program's connection closes: the
+        // lock is gone without anyone breaking it (its row still names carol).
+        bool released = false;
+        for (int i = 0; i < 100 && !released; ++i) {
+            released = !r->findUnit("HOSPPSB").locked;
+            if (!released) std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+        EXPECT_TRUE(released);
+        EXPECT_EQ(query("SELECT lock_user FROM units WHERE obj_id = 'HOSPPSB'"), "carol");
+        r->retrieveAll();
+        EXPECT_EQ(refusal([&] { r->storeAll(); }), "");
+        EXPECT_EQ(probe("unlock " + repo() + " HOSPPSB", &out), 0) << out;
+        return;
+    }
+    u = r->findUnit("HOSPPSB");
+    ASSERT_TRUE(u.locked);
+    EXPECT_EQ(probe("unlock " + repo() + " HOSPPSB", &out), 3);
     EXPECT_NE(out.find("unit DSPSB HOSPPSB (SAMPLE) is locked by carol@"), std::string::npos) << out;
     EXPECT_NE(out.find("(pid " + std::to_string(child) + ")"), std::string::npos) << out;
-    EXPECT_EQ(probe("unlock " + path_ + " HOSPPSB --force", &out), 0) << out;
+    EXPECT_EQ(probe("unlock " + repo() + " HOSPPSB --force", &out), 0) << out;
     EXPECT_FALSE(r->findUnit("HOSPPSB").locked);
 }

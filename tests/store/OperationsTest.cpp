@@ -16,7 +16,7 @@ krstore::OpenOptions as(const char* user) {
 const krstore::UnitKey hospital{"DSDBD", "HOSPDBD", sample::kVersion};
 }  // namespace
 
-TEST_F(StoreTest, StoreCountsRevisionsAndClearsChangeBits) {
+TEST_P(StoreTest, StoreCountsRevisionsAndClearsChangeBits) {
     sample::Model m = sample::build();
     m.hospital->_set_versionString("2.0", omStore | omSetChanged);
     ASSERT_EQ(m.hospital->getChangeFlag("versionString"), 64u);
@@ -35,7 +35,7 @@ TEST_F(StoreTest, StoreCountsRevisionsAndClearsChangeBits) {
     EXPECT_EQ(r->units().size(), 1u);
 }
 
-TEST_F(StoreTest, StoreOfAUnitStoredMeanwhileIsRefused) {
+TEST_P(StoreTest, StoreOfAUnitStoredMeanwhileIsRefused) {
     {
         sample::Model m = sample::build();
         open()->storeAll();
@@ -45,7 +45,7 @@ TEST_F(StoreTest, StoreOfAUnitStoredMeanwhileIsRefused) {
     r->retrieveAll();
     std::ofstream((dir_ / "go").string()).put('\n');
     std::string out;
-    ASSERT_EQ(probe("store-after " + path_ + " HOSPDBD " + (dir_ / "go").string(), &out), 0) << out;
+    ASSERT_EQ(probe("store-after " + repo() + " HOSPDBD " + (dir_ / "go").string(), &out), 0) << out;
     ADObject dbd(DSRegistrar::findObj("DSDBD", "HOSPDBD", sample::kVersion));
     static_cast<_DSDBD*>(dbd.impl())->_set_versionString("mine", omStore | omSetChanged);
     std::string message = refusal([&] { r->storeUnits({dbd.impl()}); });
@@ -63,7 +63,7 @@ TEST_F(StoreTest, StoreOfAUnitStoredMeanwhileIsRefused) {
     EXPECT_EQ(r->findUnit("HOSPDBD").revision, 3);
 }
 
-TEST_F(StoreTest, RetrieveSharesLiveObjectsAndKeepsTheirChanges) {
+TEST_P(StoreTest, RetrieveSharesLiveObjectsAndKeepsTheirChanges) {
     {
         sample::Model m = sample::build();
         open()->storeAll();
@@ -82,7 +82,7 @@ TEST_F(StoreTest, RetrieveSharesLiveObjectsAndKeepsTheirChanges) {
     EXPECT_EQ(dbd->getChangeFlag(nullptr), 0u);
 }
 
-TEST_F(StoreTest, RefreshDropsUnstoredLinksAndRestoresStoredOnes) {
+TEST_P(StoreTest, RefreshDropsUnstoredLinksAndRestoresStoredOnes) {
     sample::Model m = sample::build();
     auto r = open();
     r->storeAll();
@@ -98,7 +98,7 @@ TEST_F(StoreTest, RefreshDropsUnstoredLinksAndRestoresStoredOnes) {
         EXPECT_STRNE((*static_cast<_ADLink*>(h.impl())->getTarget())->objID(), "EXTRA");
 }
 
-TEST_F(StoreTest, LocksBelongToTheirOwner) {
+TEST_P(StoreTest, LocksBelongToTheirOwner) {
     sample::Model m = sample::build();
     auto alice = open(as("alice"));
     alice->storeAll();
@@ -125,7 +125,7 @@ TEST_F(StoreTest, LocksBelongToTheirOwner) {
     EXPECT_FALSE(bob->findUnit("HOSPDBD").locked);
 }
 
-TEST_F(StoreTest, DeleteRemovesTheUnitAndWhatItsDeleteListNames) {
+TEST_P(StoreTest, DeleteRemovesTheUnitAndWhatItsDeleteListNames) {
     sample::Model m = sample::build();
     auto r = open();
     r->makeCurrent();
@@ -150,7 +150,7 @@ TEST_F(StoreTest, DeleteRemovesTheUnitAndWhatItsDeleteListNames) {
     EXPECT_NE(DSRegistrar::findObj("DSDBD", "HOSPDBD", sample::kVersion), nullptr);
 }
 
-TEST_F(StoreTest, CopyIntoAVersionThatHoldsTheUnitIsRefused) {
+TEST_P(StoreTest, CopyIntoAVersionThatHoldsTheUnitIsRefused) {
     sample::Model m = sample::build();
     auto r = open();
     r->makeCurrent();
@@ -164,7 +164,7 @@ TEST_F(StoreTest, CopyIntoAVersionThatHoldsTheUnitIsRefused) {
     EXPECT_EQ(static_cast<_DSDBD*>(copied.impl())->_get_segments()->count(), m.hospital->_get_segments()->count());
 }
 
-TEST_F(StoreTest, AnObjectTwoUnitsClaimIsRefusedNamingBoth) {
+TEST_P(StoreTest, AnObjectTwoUnitsClaimIsRefusedNamingBoth) {
     {
         DSDBD a("V", "DBDA", 1);
         DSSegment s("V", "SHARED", 1);
@@ -181,7 +181,7 @@ TEST_F(StoreTest, AnObjectTwoUnitsClaimIsRefusedNamingBoth) {
     EXPECT_EQ(r->units().size(), 1u);
 }
 
-TEST_F(StoreTest, ValueOutOfItsColumnsRangeIsRefused) {
+TEST_P(StoreTest, ValueOutOfItsColumnsRangeIsRefused) {
     DSPSB psb("V", "P", 1);
     psb->_set_compatibility(7, omStore);  // a boolean
     auto r = open();
@@ -195,7 +195,7 @@ TEST_F(StoreTest, ValueOutOfItsColumnsRangeIsRefused) {
     EXPECT_EQ(r->units().size(), 1u);
 }
 
-TEST_F(StoreTest, WithoutARepositoryTheUnitOperationsDoNothing) {
+TEST_P(StoreTest, WithoutARepositoryTheUnitOperationsDoNothing) {
     sample::Model m = sample::build();
     ASSERT_EQ(dsrepository::current(), nullptr);
     EXPECT_EQ(m.hospital->store(), 0);

@@ -1,10 +1,11 @@
 // RoundTripTest.cpp — the sample and the largest model stored and retrieved:
 // in one process and by a second process, every role's order and every value
-// back exactly (the export documents are equal).
+// back exactly (the export documents are equal). Each test runs on an SQLite
+// file and on a PostgreSQL server.
 #include <krmwtarn/store/Repository.h>
 #include "tests/store/StoreTestSupport.h"
 
-TEST_F(StoreTest, SampleRoundTripInOneProcess) {
+TEST_P(StoreTest, SampleRoundTripInOneProcess) {
     nlohmann::json before;
     {
         sample::Model m = sample::build();
@@ -19,7 +20,7 @@ TEST_F(StoreTest, SampleRoundTripInOneProcess) {
     EXPECT_EQ(storetest::documents(), before);
 }
 
-TEST_F(StoreTest, SampleStoredByAnotherProcessIsRetrievedHere) {
+TEST_P(StoreTest, SampleStoredByAnotherProcessIsRetrievedHere) {
     nlohmann::json expected;
     {
         sample::Model m = sample::build();
@@ -27,13 +28,13 @@ TEST_F(StoreTest, SampleStoredByAnotherProcessIsRetrievedHere) {
     }
     DSRegistrar::releaseAll();
     std::string out;
-    ASSERT_EQ(probe("store-sample " + path_, &out), 0) << out;
+    ASSERT_EQ(probe("store-sample " + repo(), &out), 0) << out;
     auto r = open();
     r->retrieveAll();
     EXPECT_EQ(storetest::renumbered(storetest::documents()), storetest::renumbered(expected));
 }
 
-TEST_F(StoreTest, SampleStoredHereIsExportedByAnotherProcess) {
+TEST_P(StoreTest, SampleStoredHereIsExportedByAnotherProcess) {
     nlohmann::json expected;
     {
         sample::Model m = sample::build();
@@ -41,14 +42,14 @@ TEST_F(StoreTest, SampleStoredHereIsExportedByAnotherProcess) {
         open()->storeAll();
     }
     std::string out;
-    ASSERT_EQ(probe("export " + path_, &out), 0) << out;
+    ASSERT_EQ(probe("export " + repo(), &out), 0) << out;
     EXPECT_EQ(nlohmann::json::parse(out), expected);
 }
 
 // Role order comes back exactly, also in roles that hold links of several
 // units retrieved in any order: the PCBs based on a DBD are links of the PCB
 // units, placed in the DBD's role at their stored positions.
-TEST_F(StoreTest, RoleOrderComesBackWhateverOrderUnitsAreRetrievedIn) {
+TEST_P(StoreTest, RoleOrderComesBackWhateverOrderUnitsAreRetrievedIn) {
     auto idsOf = [](DSModelCollection* role, bool far) {
         std::vector<std::string> ids;
         for (const ADObject& h : *role) {
@@ -86,7 +87,7 @@ TEST_F(StoreTest, RoleOrderComesBackWhateverOrderUnitsAreRetrievedIn) {
 
 // A hundred DBDs and PSBs: the sample's units copied into twelve versions,
 // all retrieved, each version exporting as the sample does.
-TEST_F(StoreTest, HundredDefinitionsInThirteenVersions) {
+TEST_P(StoreTest, HundredDefinitionsInThirteenVersions) {
     nlohmann::json expected;
     {
         sample::Model m = sample::build();
@@ -116,3 +117,5 @@ TEST_F(StoreTest, HundredDefinitionsInThirteenVersions) {
         EXPECT_EQ(text, replaced) << "version V" << v;
     }
 }
+
+STORE_ON_BOTH_BACKENDS(StoreTest);

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstring>
 #include <iomanip>
+#include <iostream>
 
 namespace repocmd {
 namespace {
@@ -67,6 +68,16 @@ int lock(const std::string& repo, const std::string& name, std::ostream& out, st
         krstore::UnitInfo u = r.findUnit(name);
         r.lockUnit(u.key);
         out << "locked unit " << u.key.text() << " for " << r.owner().text() << "\n";
+        if (r.locksEndWithSession()) {
+            // On a server the lock ends with this session: held until the
+            // command's input ends or the command is interrupted.
+            out << "the lock lasts while this command runs: end its input (Ctrl-D) or interrupt it to release it"
+                << std::endl;
+            while (std::cin.get() != EOF) {
+            }
+            r.unlockUnit(u.key);
+            out << "unlocked unit " << u.key.text() << "\n";
+        }
         return 0;
     });
 }
@@ -76,6 +87,15 @@ int unlock(const std::string& repo, const std::string& name, bool force, std::os
         krstore::UnitInfo u = r.findUnit(name);
         r.unlockUnit(u.key, force);
         out << "unlocked unit " << u.key.text() << "\n";
+        return 0;
+    });
+}
+
+int copyRepository(const std::string& repo, const std::string& target, std::ostream& out, std::ostream& err) {
+    return withRepository(repo, err, [&](krstore::Repository& r) {
+        std::unique_ptr<krstore::Repository> into = krstore::Repository::open(target);
+        std::size_t units = r.copyInto(*into);
+        out << "copied " << units << " units from " << r.location() << " into " << into->location() << "\n";
         return 0;
     });
 }

@@ -1,7 +1,8 @@
 // RepoCommands.h — the tool's repository commands as functions of their parsed
 // arguments: with `--repo PATH` the tool stores the sample in a repository,
-// lists, locks, unlocks and deletes its units (the view commands read
-// repositories through Definitions). Each answers the exit status (0 done, 1 refused,
+// lists, locks, unlocks and deletes its units, and copies them into another
+// repository (the view commands read repositories through Definitions). Each
+// answers the exit status (0 done, 1 refused,
 // 2 bad usage); messages go to `err`.
 #pragma once
 
@@ -18,4 +19,7 @@ int list(const std::string& repo, std::ostream& out, std::ostream& err);
 int remove(const std::string& repo, const std::string& name, std::ostream& out, std::ostream& err);
 int lock(const std::string& repo, const std::string& name, std::ostream& out, std::ostream& err);
 int unlock(const std::string& repo, const std::string& name, bool force, std::ostream& out, std::ostream& err);
+// `copy-repo TARGET`: every unit copied into another, empty repository.
+int copyRepository(const std::string& repo, const std::string& target, std::ostream& out, std::ostream& err);
+
 }  // namespace repocmd

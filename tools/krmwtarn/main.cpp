@@ -70,12 +70,14 @@ int main(int argc, char** argv) {
         "Exit status: 0 done, 1 bad input (unreadable file, refused document, unknown name), 2 bad usage.";
     app.footer(exitStatus);  // every command takes it over when it is added
 
-    // The repository: an SQLite file given by --repo or KRMWTARN_REPO. Without
-    // it the tool works in memory on the built-in sample.
+    // The repository: an SQLite file or a postgresql:// URL given by --repo or
+    // KRMWTARN_REPO. Without it the tool works in memory on the built-in sample.
     std::string repoPath;
-    app.add_option("--repo", repoPath, "The repository file to work on (default: in memory)")
+    app.add_option("--repo", repoPath,
+                   "The repository to work on: an SQLite file, or a PostgreSQL database as postgresql://... "
+                   "(default: in memory)")
         ->envname("KRMWTARN_REPO")
-        ->type_name("PATH");
+        ->type_name("PATH|URL");
 
     // What the chosen command does, once its arguments are parsed.
     std::function<int()> run;
@@ -181,7 +183,8 @@ int main(int argc, char** argv) {
     links->callback([&] { run = krmwtarn::links; });
 
     auto needRepo = [&](const char* what) {
-        if (repoPath.empty()) throw CLI::RequiredError(std::string("--repo PATH (") + what + " works on a repository)");
+        if (repoPath.empty())
+            throw CLI::RequiredError(std::string("--repo PATH|URL (") + what + " works on a repository)");
     };
     CLI::App* storeSample = app.add_subcommand("sample", "Store the built-in sample in the repository");
     storeSample->callback([&] {
@@ -202,7 +205,8 @@ int main(int argc, char** argv) {
         needRepo("delete");
         run = [&] { return repocmd::remove(repoPath, unitName, std::cout, std::cerr); };
     });
-    CLI::App* lockUnit = app.add_subcommand("lock", "Lock a unit of the repository for this user");
+    CLI::App* lockUnit =
+        app.add_subcommand("lock", "Lock a unit of the repository for this user (on a server: while the command runs)");
     positional(lockUnit, "NAME", unitName, "The unit's name or ID")->required();
     lockUnit->callback([&] {
         needRepo("lock");
@@ -214,6 +218,16 @@ int main(int argc, char** argv) {
     unlockUnit->callback([&] {
         needRepo("unlock");
         run = [&] { return repocmd::unlock(repoPath, unitName, forceUnlock, std::cout, std::cerr); };
+    });
+
+    std::string copyTarget;
+    CLI::App* copyRepo =
+        app.add_subcommand("copy-repo", "Copy every unit of the repository into another, empty one (file or server)");
+    positional(copyRepo, "TARGET", copyTarget, "The repository to copy into: an SQLite file or a postgresql:// URL")
+        ->required();
+    copyRepo->callback([&] {
+        needRepo("copy-repo");
+        run = [&] { return repocmd::copyRepository(repoPath, copyTarget, std::cout, std::cerr); };
     });
 
     std::string helpTopic;
