@@ -763,25 +763,49 @@ void Repository::attachPending() {
     // missing are looked at again while links are being made.
     std::vector<LinkRow*> ready;
     std::vector<ADObject> made;
+    // Rows go in groups: the group's missing ends and the links' own
+    // identities are looked up together (which also brings the registry slots
+    // that making the links touches into the cache), then the links are made.
+    constexpr std::size_t kGroup = 64;
+    std::vector<DSRegistrar::Key> keys;
+    std::vector<_ADObject**> into;
+    std::vector<_ADObject*> found;
+    _ADObject* linkItself = nullptr;
     for (bool progress = true; progress;) {
         progress = false;
-        for (auto& row : pending_) {
-            if (row->link) continue;
-            for (int end = 0; end < 2; ++end)
-                if (!row->end[end])
-                    row->end[end] =
-                        DSRegistrar::findObj(row->endClass[end], row->endID[end].c_str(), row->version.c_str());
-            if (!row->end[0] || !row->end[1]) continue;
-            ADObject* h = DSRegistration::create(row->table->className.c_str(), row->version.c_str(), row->id.c_str());
-            if (h && !h->isEmpty() && h->impl()->isRelationshipObject()) {
-                row->link = static_cast<_KRLink*>(h->impl());
-                made.emplace_back(std::move(*h));
-                ready.push_back(row.get());
-                progress = true;
+        for (std::size_t first = 0; first < pending_.size(); first += kGroup) {
+            std::size_t last = std::min(pending_.size(), first + kGroup);
+            keys.clear();
+            into.clear();
+            for (std::size_t r = first; r < last; ++r) {
+                LinkRow& row = *pending_[r];
+                if (row.link) continue;
+                for (int end = 0; end < 2; ++end)
+                    if (!row.end[end]) {
+                        keys.push_back({row.endClass[end], row.endID[end].c_str(), row.version.c_str()});
+                        into.push_back(&row.end[end]);
+                    }
+                keys.push_back({row.table->className.c_str(), row.id.c_str(), row.version.c_str()});
+                into.push_back(&linkItself);
             }
-            delete h;
+            found.resize(keys.size());
+            DSRegistrar::findObjs(keys.size(), keys.data(), found.data());
+            for (std::size_t i = 0; i < keys.size(); ++i) *into[i] = found[i];
+            for (std::size_t r = first; r < last; ++r) {
+                LinkRow& row = *pending_[r];
+                if (row.link || !row.end[0] || !row.end[1]) continue;
+                ADObject* h = DSRegistration::create(row.table->className.c_str(), row.version.c_str(), row.id.c_str());
+                if (h && !h->isEmpty() && h->impl()->isRelationshipObject()) {
+                    row.link = static_cast<_KRLink*>(h->impl());
+                    made.emplace_back(std::move(*h));
+                    ready.push_back(&row);
+                    progress = true;
+                }
+                delete h;
+            }
         }
     }
+    positions_.reserve(positions_.size() + ready.size());
     for (int end = 0; end < 2; ++end) {
         if (end == 1)
             std::stable_sort(ready.begin(), ready.end(),

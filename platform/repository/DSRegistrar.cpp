@@ -1,47 +1,160 @@
-// DSRegistrar.cpp — hash-map registry keyed by (class, object ID, context). The
-// key views point into the object's own strings, so a lookup copies nothing.
+// DSRegistrar.cpp — the registry keyed by (class, object ID, context): a flat
+// open-addressing table of (hash, object) slots with linear probing. A probe
+// compares stored hashes first and touches an object's strings only when the
+// hashes agree, so a lookup costs about one cache line whatever the size;
+// removal shifts the following entries back, so no tombstones pile up.
 #include <krmwtarn/platform/repository/DSRegistrar.h>
 
 #include <krmwtarn/platform/repository/ADObject.h>
 
+#include <cstdint>
 #include <cstring>
-#include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace {
-struct Key {
-    std::string_view cls, id, ctx;
-    bool operator==(const Key& o) const noexcept { return cls == o.cls && id == o.id && ctx == o.ctx; }
-};
-struct KeyHash {
-    std::size_t operator()(const Key& k) const noexcept {
-        std::hash<std::string_view> h;
-        std::size_t v = h(k.id);
-        v ^= h(k.cls) + 0x9e3779b97f4a7c15ULL + (v << 6) + (v >> 2);
-        v ^= h(k.ctx) + 0x9e3779b97f4a7c15ULL + (v << 6) + (v >> 2);
-        return v;
+
+const char* orEmpty(const char* s) noexcept { return s ? s : ""; }
+
+// FNV-1a over the three strings (each closed by its NUL, so ("AB","C") and
+// ("A","BC") differ), finished with a multiply-xorshift so that the low bits
+// that pick a slot depend on every byte.
+std::uint64_t hashOf(const char* cls, const char* id, const char* ctx) noexcept {
+    std::uint64_t h = 0xcbf29ce484222325ULL;
+    for (const char* s : {id, cls, ctx}) {
+        for (const unsigned char* p = reinterpret_cast<const unsigned char*>(orEmpty(s)); *p; ++p)
+            h = (h ^ *p) * 0x100000001b3ULL;
+        h = (h ^ 0xffU) * 0x100000001b3ULL;
     }
-};
-using Map = std::unordered_map<Key, _ADObject*, KeyHash>;
-Map& map() {
-    static Map m;
-    return m;
+    h ^= h >> 33;
+    h *= 0xff51afd7ed558ccdULL;
+    h ^= h >> 33;
+    return h;
 }
-std::string_view sv(const char* s) { return s ? std::string_view(s) : std::string_view(); }
-Key keyOf(_ADObject* o) { return Key{sv(o->registeredClass()), sv(o->objID()), sv(o->context())}; }
+
+bool sameKey(const _ADObject* o, const char* cls, const char* id, const char* ctx) noexcept {
+    return std::strcmp(orEmpty(o->objID()), orEmpty(id)) == 0 && std::strcmp(o->registeredClass(), orEmpty(cls)) == 0 &&
+           std::strcmp(orEmpty(o->context()), orEmpty(ctx)) == 0;
+}
+
+class Table {
+public:
+    struct Slot {
+        std::uint64_t hash;
+        _ADObject* obj;  // null: free
+    };
+
+    std::size_t size() const noexcept { return size_; }
+
+    // The slot that holds the key, or the free slot where it would go.
+    std::size_t probe(std::uint64_t h, const char* cls, const char* id, const char* ctx) const noexcept {
+        std::size_t i = h & mask_;
+        while (slots_[i].obj && !(slots_[i].hash == h && sameKey(slots_[i].obj, cls, id, ctx))) i = (i + 1) & mask_;
+        return i;
+    }
+    _ADObject* find(const char* cls, const char* id, const char* ctx) const noexcept {
+        if (size_ == 0) return nullptr;
+        return slots_[probe(hashOf(cls, id, ctx), cls, id, ctx)].obj;
+    }
+    // Batched lookups in groups: the home slots of a group are fetched first,
+    // then the objects whose stored hash agrees, then each probe runs on what
+    // is already in the cache.
+    void findMany(std::size_t n, const DSRegistrar::Key* keys, _ADObject** out) const noexcept {
+        constexpr std::size_t kGroup = 32;
+        std::uint64_t h[kGroup];
+        for (std::size_t base = 0; base < n; base += kGroup) {
+            std::size_t m = n - base < kGroup ? n - base : kGroup;
+            const DSRegistrar::Key* k = keys + base;
+            if (size_ == 0) {
+                for (std::size_t i = 0; i < m; ++i) out[base + i] = nullptr;
+                continue;
+            }
+            for (std::size_t i = 0; i < m; ++i) {
+                h[i] = hashOf(k[i].className, k[i].objID, k[i].context);
+                __builtin_prefetch(&slots_[h[i] & mask_]);
+            }
+            for (std::size_t i = 0; i < m; ++i) {
+                const Slot& s = slots_[h[i] & mask_];
+                if (s.obj && s.hash == h[i]) {
+                    // The identity strings lie in the object's first two lines.
+                    __builtin_prefetch(s.obj);
+                    __builtin_prefetch(reinterpret_cast<const char*>(s.obj) + 64);
+                }
+            }
+            for (std::size_t i = 0; i < m; ++i)
+                out[base + i] = slots_[probe(h[i], k[i].className, k[i].objID, k[i].context)].obj;
+        }
+    }
+    // Adds under the key unless it is taken; answers whether it was added.
+    bool insert(_ADObject* obj, const char* cls) {
+        // At most half full: a miss (every new object is looked for first) stays a probe or two.
+        if ((size_ + 1) * 2 > slots_.size()) grow();
+        std::uint64_t h = hashOf(cls, obj->objID(), obj->context());
+        std::size_t i = probe(h, cls, obj->objID(), obj->context());
+        if (slots_[i].obj) return false;
+        slots_[i] = {h, obj};
+        ++size_;
+        return true;
+    }
+    // Takes off the entry of a registered object, if it is the one its key names.
+    bool erase(_ADObject* obj) noexcept {
+        if (size_ == 0) return false;
+        std::uint64_t h = hashOf(obj->registeredClass(), obj->objID(), obj->context());
+        std::size_t i = probe(h, obj->registeredClass(), obj->objID(), obj->context());
+        if (slots_[i].obj != obj) return false;
+        // Backward shift: move each following entry of the run into the hole
+        // unless its home lies cyclically after the hole (it would become unreachable).
+        for (std::size_t j = (i + 1) & mask_; slots_[j].obj; j = (j + 1) & mask_) {
+            std::size_t home = slots_[j].hash & mask_;
+            if (((j - home) & mask_) >= ((j - i) & mask_)) {
+                slots_[i] = slots_[j];
+                i = j;
+            }
+        }
+        slots_[i] = {0, nullptr};
+        --size_;
+        return true;
+    }
+    template <class F>
+    void each(F&& f) const {
+        for (const Slot& s : slots_)
+            if (s.obj) f(s.obj);
+    }
+
+private:
+    void grow() {
+        std::vector<Slot> old(slots_.empty() ? 64 : slots_.size() * 2, Slot{0, nullptr});
+        old.swap(slots_);
+        mask_ = slots_.size() - 1;
+        for (const Slot& s : old) {
+            if (!s.obj) continue;
+            std::size_t i = s.hash & mask_;
+            while (slots_[i].obj) i = (i + 1) & mask_;
+            slots_[i] = s;
+        }
+    }
+
+    std::vector<Slot> slots_;
+    std::size_t mask_ = 0;
+    std::size_t size_ = 0;
+};
+
+Table& table() {
+    static Table t;
+    return t;
+}
 }  // namespace
 
 _ADObject* DSRegistrar::findObj(const char* className, const char* objID, const char* context) {
-    auto it = map().find(Key{sv(className), sv(objID), sv(context)});
-    return it == map().end() ? nullptr : it->second;
+    return table().find(className, objID, context);
 }
+
+void DSRegistrar::findObjs(std::size_t n, const Key* keys, _ADObject** out) { table().findMany(n, keys, out); }
 
 int DSRegistrar::registerObj(_ADObject* obj) {
     if (!obj || obj->registeredClass()) return 0;
     const char* cls = obj->whoAmI();
     for (;;) {
-        if (map().try_emplace(Key{sv(cls), sv(obj->objID()), sv(obj->context())}, obj).second) {
+        if (table().insert(obj, cls)) {
             obj->setRegisteredClass(cls);
             return 1;
         }
@@ -54,9 +167,7 @@ int DSRegistrar::registerObj(_ADObject* obj) {
 
 int DSRegistrar::deRegisterObj(_ADObject* obj) {
     if (!obj || !obj->registeredClass()) return 0;
-    auto it = map().find(keyOf(obj));
-    if (it == map().end() || it->second != obj) return 0;
-    map().erase(it);
+    if (!table().erase(obj)) return 0;
     obj->setRegisteredClass(nullptr);
     return 1;
 }
@@ -69,12 +180,12 @@ unsigned long DSRegistrar::hashFn(const char* className) {
     return h;
 }
 
-std::size_t DSRegistrar::count() { return map().size(); }
+std::size_t DSRegistrar::count() { return table().size(); }
 
 std::size_t DSRegistrar::releaseAll() {
     std::vector<_ADObject*> live;
-    live.reserve(map().size());
-    for (auto& kv : map()) live.push_back(kv.second);
+    live.reserve(table().size());
+    table().each([&](_ADObject* o) { live.push_back(o); });
     // First take every mutual reference out of the graph, then let the
     // handles go: no object is freed while another still walks it.
     std::vector<ADObject> held;
@@ -89,8 +200,8 @@ void DSRegistrar::collect(void (*visit)(_ADObject*, void*), void* user) {
     // only the link held). An object that has left the registry by the time
     // its turn comes is not visited.
     std::vector<ADObject> held;
-    held.reserve(map().size());
-    for (auto& kv : map()) held.emplace_back(kv.second);
+    held.reserve(table().size());
+    table().each([&](_ADObject* o) { held.emplace_back(o); });
     for (const ADObject& h : held)
         if (h->registeredClass()) visit(h.impl(), user);
     // The handles go now, and with them every object that only the walk still

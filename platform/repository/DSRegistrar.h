@@ -12,7 +12,17 @@ class _ADObject;
 
 class KRMWTARN_API DSRegistrar {
 public:
+    struct Key {
+        const char* className;
+        const char* objID;
+        const char* context;
+    };
+
     static _ADObject* findObj(const char* className, const char* objID, const char* context);
+    // findObj for many keys at once: out[i] answers keys[i]. The table's slots
+    // and the objects they name are fetched ahead of use, so the memory waits
+    // of a large repository overlap instead of adding up.
+    static void findObjs(std::size_t n, const Key* keys, _ADObject** out);
     // Registers under the object's class name, ID and context. Answers 1, or 0
     // for a null object, one already registered, or a key that is already
     // taken. An object whose identity was generated is never refused for a

@@ -4,6 +4,8 @@
 #include "TestSupport.h"
 
 #include <cstring>
+#include <random>
+#include <string>
 
 namespace {
 std::vector<_ADObject*> contents(DSModelCollection& c) {
@@ -93,6 +95,42 @@ TEST_F(Platform, RegistryKeepsKeysApartAndRefusesATakenOne) {
     DSDBD nullId("V1", nullptr, 1);  // a missing ID is the default: a new object
     EXPECT_FALSE(nullId.isEmpty());
     EXPECT_STRNE(nullId->objID(), "SAME");
+}
+
+// Objects come and go in a random order while the table grows past several
+// sizes: every live object stays findable (singly and in batches), every gone
+// one is not, and keys that differ only in where one string ends do not meet.
+TEST_F(Platform, RegistryFindsWhatLivesThroughGrowthAndRemoval) {
+    std::mt19937 random(7);
+    std::vector<DSField> live;
+    std::vector<std::string> gone;
+    for (int i = 0; i < 5000; ++i) {
+        live.emplace_back("V", ("F" + std::to_string(i)).c_str(), 1);
+        if (random() % 3 == 0) {
+            std::size_t k = random() % live.size();
+            gone.push_back(live[k]->objID());
+            live.erase(live.begin() + static_cast<long>(k));
+        }
+    }
+    ASSERT_EQ(DSRegistrar::count(), live.size());
+    std::vector<DSRegistrar::Key> keys;
+    for (const DSField& f : live) {
+        EXPECT_EQ(DSRegistrar::findObj("DSField", f->objID(), "V"), f.impl());
+        keys.push_back({"DSField", f->objID(), "V"});
+    }
+    for (const std::string& id : gone) {
+        EXPECT_EQ(DSRegistrar::findObj("DSField", id.c_str(), "V"), nullptr) << id;
+        keys.push_back({"DSField", id.c_str(), "V"});
+    }
+    std::vector<_ADObject*> found(keys.size());
+    DSRegistrar::findObjs(keys.size(), keys.data(), found.data());
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        EXPECT_EQ(found[i], i < live.size() ? live[i].impl() : nullptr) << keys[i].objID;
+
+    DSField ab("AB", "C", 1), a("A", "BC", 1);
+    EXPECT_EQ(DSRegistrar::findObj("DSField", "C", "AB"), ab.impl());
+    EXPECT_EQ(DSRegistrar::findObj("DSField", "BC", "A"), a.impl());
+    EXPECT_EQ(DSRegistrar::findObj("DSField", "CA", "B"), nullptr);
 }
 
 TEST(Exception, KeepsEveryPart) {
