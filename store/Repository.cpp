@@ -677,6 +677,7 @@ void Repository::load(const std::vector<long long>& unitIDs, bool all, bool refr
         Transaction t(*db_, false);
         // A table's row: an object by identity with its values, or a link row
         // that waits until its ends are live.
+        const Table* lastEnd[2] = {nullptr, nullptr};
         auto tableRow = [&](const Table& table, Statement& s) {
             int first = table.firstAttribute();
             if (!table.isLink) {
@@ -701,12 +702,16 @@ void Repository::load(const std::vector<long long>& unitIDs, bool all, bool refr
             row->version = s.getText(Table::kVersion);
             for (int end = 0; end < 2; ++end) {
                 int base = end == 0 ? Table::kSourceClass : Table::kTargetClass;
-                const Table* endTable = schema.table(s.getText(base));
-                if (!endTable)
-                    refuse(errDamaged,
-                           "repository " + location_ + " names an unknown class " + s.getText(base) + " at a link end");
+                // A link table's rows mostly name the same end classes one after another.
+                const char* endName = s.getText(base);
+                const Table*& endTable = lastEnd[end];
+                if (!endTable || !endName || endTable->className != endName) endTable = schema.table(endName);
+                const char* endID = s.getText(base + 1);
+                if (!endTable || !endID)
+                    refuse(errDamaged, "repository " + location_ + " names an unknown class " +
+                                           (endName ? endName : "(none)") + " or no object at a link end");
                 row->endClass[end] = endTable->className.c_str();
-                row->endID[end] = s.getText(base + 1);
+                row->endID[end] = endID;
                 row->position[end] = static_cast<long>(s.getInt(base + 2));
             }
             for (int c = first; c < first + static_cast<int>(table.columns.size()); ++c)
@@ -806,13 +811,16 @@ void Repository::attachPending() {
         }
     }
     positions_.reserve(positions_.size() + ready.size());
+    // Each end's pass takes the rows by their stored position at that end
+    // (ties in the order the previous pass left), sorted as contiguous
+    // (position, place) pairs rather than through the rows themselves.
+    std::vector<std::pair<long, std::size_t>> byPosition(ready.size());
+    std::vector<LinkRow*> sorted(ready.size());
     for (int end = 0; end < 2; ++end) {
-        if (end == 1)
-            std::stable_sort(ready.begin(), ready.end(),
-                             [](const LinkRow* a, const LinkRow* b) { return a->position[1] < b->position[1]; });
-        else
-            std::stable_sort(ready.begin(), ready.end(),
-                             [](const LinkRow* a, const LinkRow* b) { return a->position[0] < b->position[0]; });
+        for (std::size_t i = 0; i < ready.size(); ++i) byPosition[i] = {ready[i]->position[end], i};
+        std::sort(byPosition.begin(), byPosition.end());
+        for (std::size_t i = 0; i < ready.size(); ++i) sorted[i] = ready[byPosition[i].second];
+        ready.swap(sorted);
         for (LinkRow* row : ready) {
             _KRLink* link = row->link;
             if (end == 0) {

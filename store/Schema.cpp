@@ -175,7 +175,7 @@ const Schema& Schema::current(Dialect dialect) {
 
 const Table* Schema::table(const char* className) const {
     if (!className) return nullptr;
-    auto it = byName_.find(className);
+    auto it = byName_.find(std::string_view(className));
     return it == byName_.end() ? nullptr : &tables_[it->second];
 }
 

@@ -13,6 +13,7 @@
 #include <krmwtarn/store/Sql.h>
 
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -63,7 +64,12 @@ public:
 private:
     explicit Schema(Dialect dialect);
     std::vector<Table> tables_;
-    std::unordered_map<std::string, std::size_t> byName_;
+    // Looked up by any string without making one: a class name per link end per row.
+    struct NameHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view s) const noexcept { return std::hash<std::string_view>{}(s); }
+    };
+    std::unordered_map<std::string, std::size_t, NameHash, std::equal_to<>> byName_;
     std::vector<std::string> ddl_;
 };
 
