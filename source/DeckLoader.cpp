@@ -9,12 +9,14 @@
 
 #include <krmwtarn/source/Cards.h>
 
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
 #include <map>
 #include <optional>
-#include <sstream>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -234,6 +236,12 @@ private:
     std::unordered_map<std::string, _ADObject*> segments_;
     std::vector<PsbGroup> psbs_;
     std::vector<DSDBD> loadedDbds_;
+    // The error count when the statement that opens the current group (SEGM,
+    // PCB, SENSEG) began. When that statement failed, its members would only
+    // repeat it with "no ... before it", so they are passed over in silence.
+    static constexpr std::size_t kNoOpener = static_cast<std::size_t>(-1);
+    std::size_t errorsAtOpener_ = kNoOpener;
+    bool openerFailed() const noexcept { return errorsAtOpener_ != kNoOpener && diags_.errorCount() > errorsAtOpener_; }
     std::vector<DSPSB> loadedPsbs_;
     // Definitions of this load by name: where and as what text they were first given.
     std::unordered_map<std::string, std::pair<Location, std::string>> dbdTexts_, psbTexts_;
@@ -788,7 +796,10 @@ void Loader::segmStatement(const Statement& st) {
 
 void Loader::fieldStatement(const Statement& st) {
     Operands ops(st, {"NAME", "START", "BYTES", "TYPE"}, diags_);
-    if (d_.segment.isEmpty()) return diags_.error(st.at, "FIELD: no SEGM before it");
+    if (d_.segment.isEmpty()) {
+        if (!openerFailed()) diags_.error(st.at, "FIELD: no SEGM before it");
+        return;
+    }
     if (!require(st, ops["NAME"], "NAME")) return;
     const Value& nv = ops["NAME"]->value;
     std::string name = text(ops["NAME"], nv.item(0));
@@ -835,7 +846,10 @@ void Loader::fieldStatement(const Statement& st) {
 void Loader::lchildStatement(const Statement& st) {
     closeSegment();
     Operands ops(st, {"NAME", "POINTER", "PTR", "PAIR", "RULES", "INDEX"}, diags_);
-    if (d_.segment.isEmpty()) return diags_.error(st.at, "LCHILD: no SEGM before it");
+    if (d_.segment.isEmpty()) {
+        if (!openerFailed()) diags_.error(st.at, "LCHILD: no SEGM before it");
+        return;
+    }
     if (!require(st, ops["NAME"], "NAME")) return;
     const Operand* nameOp = ops["NAME"];
     std::string childName = text(nameOp, nameOp->value.item(0)), childDbd = text(nameOp, nameOp->value.item(1));
@@ -1027,6 +1041,7 @@ void Loader::readDeck(const std::string& file, const std::vector<Statement>& sta
             op == "DATASET" || op == "AREA" || op == "SEGM" || op == "FIELD" || op == "LCHILD" || op == "XDFLD";
         bool psbPart = op == "PCB" || op == "SENSEG" || op == "SENFLD";
         if (op == "DBD") {
+            errorsAtOpener_ = kNoOpener;
             if (d_.open) endDbd(st.at, false);
             if (!psb.statements.empty()) {
                 diags_.error(st.at, "DBD: the PCBs before it are not ended by PSBGEN");
@@ -1053,9 +1068,11 @@ void Loader::readDeck(const std::string& file, const std::vector<Statement>& sta
                 continue;
             }
             if (op == "DATASET" || op == "AREA") {
+                errorsAtOpener_ = kNoOpener;
                 closeSegment();
                 datasetStatement(st, op == "AREA");
             } else if (op == "SEGM") {
+                errorsAtOpener_ = diags_.errorCount();
                 segmStatement(st);
             } else if (op == "FIELD") {
                 fieldStatement(st);
@@ -1154,6 +1171,7 @@ void Loader::buildPsb(const PsbGroup& group) {
     for (const Statement* stp : group.statements) {
         const Statement& st = *stp;
         if (st.operation == "PCB") {
+            errorsAtOpener_ = diags_.errorCount();
             Operands p(st,
                        {"TYPE", "DBDNAME", "PROCOPT", "KEYLEN", "POS", "PROCSEQ", "PCBNAME", "LIST", "SB", "NAME",
                         "LTERM", "ALTRESP", "EXPRESS", "MODIFY", "SAMETRM"},
@@ -1262,9 +1280,13 @@ void Loader::buildPsb(const PsbGroup& group) {
                         diags_.warning(p[key]->at, std::string("PCB ") + key + ": only a TP PCB has it; ignored");
             });
         } else if (st.operation == "SENSEG") {
+            bool quiet = openerFailed();
+            errorsAtOpener_ = diags_.errorCount();
             Operands s(st, {"NAME", "PARENT", "PROCOPT", "SSPTR", "INDICES"}, diags_);
             if (dbType.isEmpty()) {
-                diags_.error(st.at, "SENSEG: no database PCB before it");
+                if (!quiet) diags_.error(st.at, "SENSEG: no database PCB before it");
+                senseg = DSSenSegment();
+                errorsAtOpener_ = 0;  // an error was told: the SENFLDs under it stay quiet
                 continue;
             }
             if (!require(st, s["NAME"], "NAME")) continue;
@@ -1337,7 +1359,7 @@ void Loader::buildPsb(const PsbGroup& group) {
         } else if (st.operation == "SENFLD") {
             Operands f(st, {"NAME", "START", "REPL"}, diags_);
             if (senseg.isEmpty()) {
-                diags_.error(st.at, "SENFLD: no SENSEG before it");
+                if (!openerFailed()) diags_.error(st.at, "SENFLD: no SENSEG before it");
                 continue;
             }
             if (!require(st, f["NAME"], "NAME")) continue;
@@ -1422,14 +1444,26 @@ LoadResult loadDeckFiles(const std::vector<std::string>& paths, const char* vers
     std::vector<Deck> decks;
     LoadResult failed;
     for (const std::string& path : paths) {
-        std::ifstream in(path, std::ios::binary);
-        if (!in) {
-            failed.diagnostics.push_back({path, 0, 0, Severity::Error, "cannot read the deck"});
+        auto refuse = [&](const std::string& why) {
+            failed.diagnostics.push_back({path, 0, 0, Severity::Error, "cannot read the deck: " + why});
+        };
+        std::error_code ec;
+        if (std::filesystem::is_directory(path, ec)) {
+            refuse("it is a folder");
             continue;
         }
-        std::ostringstream bytes;
-        bytes << in.rdbuf();
-        decks.push_back({path, bytes.str()});
+        errno = 0;
+        std::ifstream in(path, std::ios::binary);
+        if (!in) {
+            refuse(errno ? std::strerror(errno) : "it cannot be opened");
+            continue;
+        }
+        std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+        if (in.bad()) {
+            refuse("reading failed");
+            continue;
+        }
+        decks.push_back({path, std::move(bytes)});
     }
     if (!failed.diagnostics.empty()) return failed;
     return loadDecks(decks, version);

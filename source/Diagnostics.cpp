@@ -4,8 +4,9 @@
 namespace krsource {
 
 std::string Diagnostic::text() const {
-    return file + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " +
-           (severity == Severity::Error ? "error: " : "warning: ") + message;
+    // A problem with the file as a whole (it cannot be read) has no card.
+    std::string at = line > 0 ? file + ":" + std::to_string(line) + ":" + std::to_string(column) : file;
+    return at + ": " + (severity == Severity::Error ? "error: " : "warning: ") + message;
 }
 
 void Diagnostics::add(const Location& at, Severity severity, std::string message) {

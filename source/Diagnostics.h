@@ -26,7 +26,8 @@ struct KRMWTARN_API Diagnostic {
     int column = 0;
     Severity severity = Severity::Error;
     std::string message;
-    // "file:line:column: error: message"
+    // "file:line:column: error: message", or "file: error: message" for the
+    // file as a whole (line 0)
     std::string text() const;
 };
 

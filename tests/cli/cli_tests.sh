@@ -257,5 +257,75 @@ case_copy_repo_exports_equal() {
     grep -E "^DSDBD +HOSPDBD .* -$" "$work/out" >/dev/null || fail "the lock outlived its command"
 }
 
+# Decks through the tool: summaries, located refusals with nothing stored, the
+# commands that read definitions taking --decks, and decks written by generate
+# reading back to the same definitions.
+decks="$(cd "$(dirname "${BASH_SOURCE[0]}")/../source/decks" && pwd)"
+
+case_decks_load_and_refusals() {
+    check 0 load "$decks/hospital.dbd" "$decks/hospidx.dbd" "$decks/nameidx.dbd" "$decks/hosplog.dbd" "$decks/parts.dbd" \
+        "$decks/history.dbd" "$decks/hospital.psb"
+    expect_out "DBD HOSPDBD  access HIDAM  segments 5"
+    expect_out "PSB HOSPPSB  PCBs 7"
+    check 2 load
+    expect_err "krmwtarn load: DECK is required"
+    check 1 load "$work/missing.dbd"
+    expect_err "$work/missing.dbd: error: cannot read the deck: No such file or directory"
+    mkdir "$work/folder"
+    check 1 load "$work/folder"
+    expect_err "$work/folder: error: cannot read the deck: it is a folder"
+    # A PSB whose DBD is not among the decks: located at the operand, and a
+    # load with an error stores nothing in the repository.
+    local repo="$work/decks.krmwtarn"
+    check 0 --repo "$repo" load "$decks/parts.dbd"
+    check 1 --repo "$repo" load "$decks/hospital.psb"
+    grep -qE "^$decks/hospital.psb:[0-9]+:[0-9]+: error: .*HOSPDBD" "$work/err" || fail "the missing DBD is not located"
+    check 0 --repo "$repo" list
+    expect_out "PARTDBD"
+    ! grep -q "HOSPPSB" "$work/out" || fail "a refused load left its PSB in the repository"
+    # Stored DBDs resolve a later load's names: the PSB comes in on its own.
+    check 0 --repo "$repo" load "$decks/hospital.dbd" "$decks/hospidx.dbd" "$decks/nameidx.dbd" "$decks/hosplog.dbd" \
+        "$decks/history.dbd"
+    expect_out "unit(s) in $repo"
+    check 0 --repo "$repo" load "$decks/hospital.psb"
+    check 0 --repo "$repo" list
+    expect_out "HOSPPSB"
+    # JSON documents imported into a repository are stored too.
+    "$tool" export - >"$work/sample.json"
+    check 0 --repo "$work/sample.krmwtarn" sample
+    check 0 --repo "$work/sample.krmwtarn" export -
+    cp "$work/out" "$work/stored.json"
+    check 0 --repo "$work/imported.krmwtarn" import "$work/sample.json"
+    check 0 --repo "$work/imported.krmwtarn" export -
+    cmp -s "$work/stored.json" "$work/out" || fail "the imported repository exports differently from the stored sample"
+}
+
+case_decks_feed_the_commands() {
+    local all=("$decks"/*.dbd "$decks"/*.psb)
+    for call in "demo" "graph HOSPPSB" "expand CORVIADBD" "export -"; do
+        read -ra args <<<"$call"
+        check 0 "${args[@]}" --decks "${all[@]}"
+        [ -s "$work/out" ] || fail "krmwtarn $call --decks wrote nothing"
+    done
+    check 0 export - --decks "${all[@]}"
+    expect_out '"PARTDBD"'
+    check 1 demo --decks "$work/missing.dbd"
+    expect_err "cannot read the deck"
+}
+
+case_decks_generate_reads_back() {
+    local all=("$decks"/*.dbd "$decks"/*.psb)
+    check 0 load --json "${all[@]}"
+    cp "$work/out" "$work/first.json"
+    check 0 generate "${all[@]}" --out "$work/gen"
+    check 0 load --json "$work/gen"/*
+    cmp -s "$work/first.json" "$work/out" || fail "decks written by generate load differently"
+    check 0 generate --sample --out "$work/sample"
+    [ -s "$work/sample/HOSPDBD.dbd" ] && [ -s "$work/sample/HOSPPSB.psb" ] || fail "generate --sample wrote no HOSPDBD/HOSPPSB"
+    awk 'length($0) > 80 { exit 1 }' "$work/sample"/* || fail "a written card is longer than 80 columns"
+    check 2 generate "${all[@]}"
+    expect_err "--out"
+}
+
 "case_$case_name"
 echo "PASS [$case_name]"

@@ -107,6 +107,33 @@ TEST_F(Load, TheSameDeckTwiceSharesItsObjects) {
     EXPECT_GT(DSRegistrar::count(), objects);
 }
 
+// A statement that opens a group (SEGM, PCB, SENSEG) and fails is told once:
+// its members do not add "no ... before it" for the same fault, while members
+// with no opener at all are still told.
+TEST(LoadErrors, AFailedOpenerIsToldOnceAndATrueOrphanStill) {
+    auto errors = [](const std::vector<Deck>& decks) {
+        LoadResult r = krsource::loadDecks(decks);
+        std::vector<std::string> e;
+        for (const auto& d : r.diagnostics)
+            if (d.severity == krsource::Severity::Error) e.push_back(d.text());
+        DSRegistrar::releaseAll();
+        return e;
+    };
+    using V = std::vector<std::string>;
+    EXPECT_EQ(errors({{"p.psb",
+                       "         PCB   TYPE=DB,DBDNAME=NODBD\n         SENSEG NAME=A\n         SENFLD NAME=F\n"
+                       "         SENSEG NAME=B,PARENT=A\n         PSBGEN PSBNAME=P\n"}}),
+              (V{"p.psb:1:32: error: PCB DBDNAME: no DBD named NODBD"}));
+    EXPECT_EQ(errors({{"d.dbd",
+                       "         DBD   NAME=D,ACCESS=HISAM\n         SEGM  NAME=A,BYTES=(1X)\n"
+                       "         FIELD NAME=F,START=1,BYTES=1\n         DBDGEN\n"}}),
+              (V{"d.dbd:2:30: error: SEGM BYTES: a number is expected, not '1X'"}));
+    EXPECT_EQ(errors({{"t.psb",
+                       "         PCB   TYPE=TP,NAME=OUT\n         SENSEG NAME=A\n         SENFLD NAME=F\n"
+                       "         PSBGEN PSBNAME=T\n"}}),
+              (V{"t.psb:2:10: error: SENSEG: no database PCB before it"}));
+}
+
 // A hostile deck set: the first error it must give (file:line:column: message).
 struct Hostile {
     const char* name;

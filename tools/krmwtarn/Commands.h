@@ -24,7 +24,7 @@ int expand(const std::string& view, const std::optional<std::string>& root, bool
 int exportDefinitions(const std::string& file, const std::vector<std::string>& decks, const std::string& repo);
 // FILE "-" is standard input; with asJson the imported repository is printed
 // as documents again instead of a count.
-int importDocuments(const std::string& file, bool asJson);
+int importDocuments(const std::string& file, bool asJson, const std::string& repo = {});
 int graph(const std::optional<std::string>& root, const std::vector<std::string>& decks, const std::string& repo);
 int views();
 int view(const std::string& name);

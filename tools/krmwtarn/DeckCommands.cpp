@@ -4,7 +4,9 @@
 
 #include <krmwtarn/source/DeckLoader.h>
 #include <krmwtarn/source/DeckWriter.h>
+#include <krmwtarn/store/Repository.h>
 #include "tools/json/ViewDocument.h"
+#include "tools/krmwtarn/RepoCommands.h"
 #include "tools/sample/SampleModel.h"
 
 #include <algorithm>
@@ -98,30 +100,47 @@ bool writeFile(const std::filesystem::path& path, const std::string& text, std::
 
 }  // namespace
 
-int deckLoad(const std::vector<std::string>& decks, bool json, std::ostream& out, std::ostream& err) {
-    int status = 0;
-    {
-        krsource::LoadResult r = krsource::loadDeckFiles(decks);
-        printDiagnostics(r, err);
-        if (!r.ok()) {
-            status = 1;
-        } else if (json) {
-            // DBDs, then PSBs, each by name.
-            DLLView_init::initAll();
-            auto byName = [](const auto& a, const auto& b) { return std::strcmp(a->objID(), b->objID()) < 0; };
-            std::sort(r.dbds.begin(), r.dbds.end(), byName);
-            std::sort(r.psbs.begin(), r.psbs.end(), byName);
-            nlohmann::json docs = nlohmann::json::array();
-            for (const DSDBD& d : r.dbds)
-                docs.push_back(viewdoc::exportView(DLLViewType::find("CORVIAPOPULATEDBD"), d.impl()));
-            for (const DSPSB& p : r.psbs) docs.push_back(viewdoc::exportView(DLLViewType::find("CORVIAPSB"), p.impl()));
-            std::map<std::string, std::string> ids;
-            renumber(docs, ids);
-            out << nlohmann::json{{"documents", docs}}.dump(2) << "\n";
-        } else {
-            summary(r, out);
-        }
+namespace {
+// Loads the decks and prints the summaries or the documents; answers the exit
+// status and the loaded definitions' roots.
+int loadAndPrint(const std::vector<std::string>& decks, bool json, std::ostream& out, std::ostream& err,
+                 std::vector<_ADObject*>& roots) {
+    krsource::LoadResult r = krsource::loadDeckFiles(decks);
+    printDiagnostics(r, err);
+    if (!r.ok()) return 1;
+    if (json) {
+        // DBDs, then PSBs, each by name.
+        DLLView_init::initAll();
+        auto byName = [](const auto& a, const auto& b) { return std::strcmp(a->objID(), b->objID()) < 0; };
+        std::sort(r.dbds.begin(), r.dbds.end(), byName);
+        std::sort(r.psbs.begin(), r.psbs.end(), byName);
+        nlohmann::json docs = nlohmann::json::array();
+        for (const DSDBD& d : r.dbds)
+            docs.push_back(viewdoc::exportView(DLLViewType::find("CORVIAPOPULATEDBD"), d.impl()));
+        for (const DSPSB& p : r.psbs) docs.push_back(viewdoc::exportView(DLLViewType::find("CORVIAPSB"), p.impl()));
+        std::map<std::string, std::string> ids;
+        renumber(docs, ids);
+        out << nlohmann::json{{"documents", docs}}.dump(2) << "\n";
+    } else {
+        summary(r, out);
     }
+    for (const DSDBD& d : r.dbds) roots.push_back(d.impl());
+    for (const DSPSB& p : r.psbs) roots.push_back(p.impl());
+    return 0;
+}
+}  // namespace
+
+int deckLoad(const std::vector<std::string>& decks, bool json, const std::string& repo, std::ostream& out,
+             std::ostream& err) {
+    if (!repo.empty()) {
+        // What is stored first, so that the decks' names resolve against it.
+        return repocmd::storeMade(repo, json, out, err, [&](krstore::Repository& r, std::vector<_ADObject*>& roots) {
+            r.retrieveAll();
+            return loadAndPrint(decks, json, out, err, roots);
+        });
+    }
+    std::vector<_ADObject*> roots;
+    int status = loadAndPrint(decks, json, out, err, roots);
     DSRegistrar::releaseAll();
     return status;
 }

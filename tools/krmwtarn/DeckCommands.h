@@ -12,8 +12,11 @@
 
 // Loads the decks and prints a summary per definition (or, with `json`, every
 // definition as the documents of `export`); diagnostics go to `err`. Answers
-// the exit status: 1 when the load has an error, else 0.
-int deckLoad(const std::vector<std::string>& decks, bool json, std::ostream& out, std::ostream& err);
+// the exit status: 1 when the load has an error, else 0. With a repository,
+// its units are read first (decks may name what is stored) and the loaded
+// definitions are stored; a load with an error stores nothing.
+int deckLoad(const std::vector<std::string>& decks, bool json, const std::string& repo, std::ostream& out,
+             std::ostream& err);
 
 // Loads the decks (or builds the sample) and writes each definition as
 // DIR/NAME.dbd or DIR/NAME.psb, naming each file written on `out`.

@@ -4,12 +4,14 @@
 
 #include <krmwtarn/platform/common/KVException.h>
 #include <krmwtarn/store/Repository.h>
+#include <krmwtarn/store/Units.h>
 #include "tools/json/ViewDocument.h"
 #include "tools/sample/SampleModel.h"
 
 #include <algorithm>
 #include <cstring>
 #include <iomanip>
+#include <unordered_set>
 #include <iostream>
 
 namespace repocmd {
@@ -37,6 +39,30 @@ int storeSample(const std::string& repo, std::ostream& out, std::ostream& err) {
         sample::Model m = sample::build();
         r.storeAll();
         out << "stored the sample in " << r.location() << ": " << r.units().size() << " units\n";
+        return 0;
+    });
+}
+
+int storeMade(const std::string& repo, bool quiet, std::ostream& out, std::ostream& err,
+              const std::function<int(krstore::Repository&, std::vector<_ADObject*>& roots)>& make) {
+    return withRepository(repo, err, [&](krstore::Repository& r) {
+        std::vector<_ADObject*> roots;
+        int status = make(r, roots);
+        if (status != 0) return status;
+        // The definitions made, and every unit new to the repository that
+        // making them brought along (a PSB's PCBs, dictionary objects); units
+        // read from the repository and left alone are not written again.
+        krstore::UnitResolver resolver;
+        std::unordered_set<_ADObject*> units;
+        std::vector<_ADObject*> store;
+        for (_ADObject* o : roots)
+            if (units.insert(resolver.rootOf(o)).second) store.push_back(o);
+        DSRegistrar::forEach([&](_ADObject* o) {
+            _ADObject* root = resolver.rootOf(o);
+            if (units.insert(root).second && r.knownRevision(r.unitKeyOf(root)) == 0) store.push_back(root);
+        });
+        r.storeUnits(store);
+        if (!quiet) out << "stored " << store.size() << " unit(s) in " << r.location() << "\n";
         return 0;
     });
 }

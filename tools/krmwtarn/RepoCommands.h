@@ -6,13 +6,28 @@
 // 2 bad usage); messages go to `err`.
 #pragma once
 
+#include <functional>
 #include <ostream>
 #include <string>
+#include <vector>
+
+class _ADObject;
+namespace krstore {
+class Repository;
+}
 
 namespace repocmd {
 
 // `sample`: build the built-in sample and store every unit of it.
 int storeSample(const std::string& repo, std::ostream& out, std::ostream& err);
+// A command that makes definitions (`load`, `import`) run against a
+// repository: `make` may read the repository's units first (so that names
+// resolve against what is stored), builds the definitions and puts their roots
+// in `roots`; when it answers 0, those units are stored in one go and `out`
+// hears how many, unless `quiet` (its output is a document). Nothing is stored
+// when it answers anything else.
+int storeMade(const std::string& repo, bool quiet, std::ostream& out, std::ostream& err,
+              const std::function<int(krstore::Repository&, std::vector<_ADObject*>& roots)>& make);
 // `list`: the units, one a line: class, name, version, revision, lock owner.
 int list(const std::string& repo, std::ostream& out, std::ostream& err);
 // `delete NAME`, `lock NAME`, `unlock NAME [--force]`.

@@ -6,8 +6,12 @@
 #include "tools/json/ViewDocument.h"
 #include "tools/krmwtarn/Definitions.h"
 #include "tools/krmwtarn/Files.h"
+#include "tools/krmwtarn/RepoCommands.h"
+
+#include <krmwtarn/store/Repository.h>
 
 #include <cstdio>
+#include <iostream>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -118,7 +122,7 @@ int krmwtarn::exportDefinitions(const std::string& file, const std::vector<std::
     return exitDone;
 }
 
-int krmwtarn::importDocuments(const std::string& file, bool asJson) {
+int krmwtarn::importDocuments(const std::string& file, bool asJson, const std::string& repo) {
     std::string text, reason;
     if (!readFile(file, text, reason)) {
         std::fprintf(stderr, "krmwtarn import: cannot read %s: %s\n", file == "-" ? "standard input" : file.c_str(),
@@ -133,18 +137,29 @@ int krmwtarn::importDocuments(const std::string& file, bool asJson) {
         return exitBadInput;
     }
     DLLView_init::initAll();
-    int status = exitDone;
-    try {
-        std::vector<ADObject> roots = viewdoc::importDocuments(doc);
-        if (asJson)
-            printText(exportAgain(doc, roots).dump(2) + "\n");
-        else
-            std::printf("imported %zu document(s): %zu objects and links in the repository\n", roots.size(),
-                        DSRegistrar::count());
-    } catch (const viewdoc::DocumentError& e) {
-        std::fprintf(stderr, "krmwtarn import: %s\n", e.what());
-        status = exitBadInput;
-    }
+    // The documents go into an empty registry; with a repository, the units
+    // they make are stored (nothing is when a document is refused).
+    auto importInto = [&](std::vector<_ADObject*>& made) {
+        try {
+            std::vector<ADObject> roots = viewdoc::importDocuments(doc);
+            if (asJson)
+                printText(exportAgain(doc, roots).dump(2) + "\n");
+            else
+                std::printf("imported %zu document(s): %zu objects and links in the repository\n", roots.size(),
+                            DSRegistrar::count());
+            for (const ADObject& r : roots) made.push_back(r.impl());
+            return static_cast<int>(exitDone);
+        } catch (const viewdoc::DocumentError& e) {
+            std::fprintf(stderr, "krmwtarn import: %s\n", e.what());
+            return static_cast<int>(exitBadInput);
+        }
+    };
+    if (!repo.empty())
+        return repocmd::storeMade(
+            repo, asJson, std::cout, std::cerr,
+            [&](krstore::Repository&, std::vector<_ADObject*>& made) { return importInto(made); });
+    std::vector<_ADObject*> made;
+    int status = importInto(made);
     DSRegistrar::releaseAll();
     return status;
 }

@@ -130,7 +130,7 @@ int main(int argc, char** argv) {
         "import", "Read JSON documents into an empty repository; a refused document changes nothing");
     positional(importCommand, "FILE", importFile, "The file to read, - for standard input")->required();
     importCommand->add_flag("--json", importJson, "Print the imported repository as documents, as export writes them");
-    importCommand->callback([&] { run = [&] { return krmwtarn::importDocuments(importFile, importJson); }; });
+    importCommand->callback([&] { run = [&] { return krmwtarn::importDocuments(importFile, importJson, repoPath); }; });
 
     std::string graphRoot;
     CLI::App* graph = app.add_subcommand("graph", "Print a sample definition's whole object graph");
@@ -145,7 +145,7 @@ int main(int argc, char** argv) {
     CLI::App* load = app.add_subcommand("load", "Read DBD and PSB generation decks: a summary per definition");
     load->add_option("DECK", loadDecks, "The decks to read, in any order")->type_name("")->required();
     load->add_flag("--json", loadJson, "Print every definition as the documents export writes instead");
-    load->callback([&] { run = [&] { return deckLoad(loadDecks, loadJson, std::cout, std::cerr); }; });
+    load->callback([&] { run = [&] { return deckLoad(loadDecks, loadJson, repoPath, std::cout, std::cerr); }; });
 
     std::vector<std::string> generateDecks;
     bool generateSample = false;
