@@ -15,6 +15,7 @@
 #include "tools/sample/SampleModel.h"
 
 #include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <set>
 #include <string>
@@ -33,6 +34,7 @@ using EdgeKey = std::tuple<std::string, std::string, std::string>;  // from, to,
 struct Dot {
     std::map<std::string, Node> nodes;
     std::multiset<EdgeKey> edges;
+    std::map<EdgeKey, std::string> edgeLabels;
     int repeatedNodes = 0;
 };
 
@@ -41,6 +43,11 @@ std::string readQuoted(const std::string& text, std::size_t& at) {
     std::string out;
     EXPECT_EQ(text[at], '"') << text;
     for (++at; at < text.size() && text[at] != '"'; ++at) {
+        if (text[at] == '\\' && text[at + 1] == 'n') {
+            out += '\n';  // a line break in a label
+            ++at;
+            continue;
+        }
         if (text[at] == '\\') ++at;
         out += text[at];
     }
@@ -69,7 +76,9 @@ Dot parse(const std::string& dot) {
         if (line.compare(at, 4, " -> ") == 0) {
             at += 4;
             std::string second = readQuoted(line, at);
-            d.edges.insert({first, second, attribute(line, "class")});
+            EdgeKey key{first, second, attribute(line, "class")};
+            d.edges.insert(key);
+            d.edgeLabels[key] = attribute(line, "label");
         } else {
             Node n{attribute(line, "class"), attribute(line, "label")};
             if (!d.nodes.emplace(first, n).second) ++d.repeatedNodes;
@@ -138,7 +147,11 @@ TEST_F(SamplePicture, DbdHasEverySegmentOnceAndEveryTieToTheOtherDbds) {
         for (DSLChild* l = cx->_getFirst_pairedLogChild(); l; l = cx->_getNext_pairedLogChild())
             expected.insert({nodeOf((*l)->_get_target()), nodeOf(s), "pair"});
         for (DSXDFLD* x = cx->_getFirst_indices(); x; x = cx->_getNext_indices()) {
-            expected.insert({nodeOf(rootOf(dbdOfIndex((*x)->_getFirst_targetDBDindex()))), nodeOf(s), "xdfld"});
+            EdgeKey index{nodeOf(rootOf(dbdOfIndex((*x)->_getFirst_targetDBDindex()))), nodeOf(s), "xdfld"};
+            expected.insert(index);
+            // Labelled with the XDFLD and, on a line of their own, its search fields.
+            std::string search = (*(*x)->_getFirst_search())->_get_strFieldName();
+            EXPECT_EQ(dot.edgeLabels[index], "XDFLD " + std::string((*x)->_get_xdfldName()) + "\nSRCH=" + search);
             DSSegmentComplex* source = (*x)->_getFirst_indexSource();
             if (source && source->impl() != s->impl()) expected.insert({nodeOf(s), nodeOf(source), "indexsource"});
         }
@@ -225,6 +238,73 @@ TEST_F(SamplePicture, EveryPictureIsRenderedByDot) {
         EXPECT_NE(r.output.find("<svg"), std::string::npos);
         EXPECT_NE(r.output.find("</svg>"), std::string::npos);
     }
+}
+
+// Every DBD and PSB of the hand-written decks (HISAM, HDAM, DEDB, MSDB, GSAM,
+// index and logical DBDs; DB, TP and GSAM PCBs): its own segments or PCBs each
+// drawn once, and dot takes the picture.
+TEST(DeckPictures, DrawEveryDefinitionOfTheDecksAndDotTakesThem) {
+    std::vector<std::string> paths;
+    for (const auto& e : std::filesystem::directory_iterator(KRMWTARN_DECKS_DIR)) paths.push_back(e.path().string());
+    krsource::LoadResult r = krsource::loadDeckFiles(paths);
+    ASSERT_TRUE(r.ok());
+    std::vector<_ADObject*> all;
+    for (const DSDBD& d : r.dbds) {
+        all.push_back(d.impl());
+        Dot dot = parse(krdiagram::writeDot({d.impl()}));
+        EXPECT_EQ(dot.repeatedNodes, 0);
+        for (DSSegment* s : segmentsOf(d.operator->())) EXPECT_EQ(dot.nodes.count(nodeOf(s)), 1u) << nodeOf(s);
+    }
+    int gsam = 0, tp = 0;
+    for (const DSPSB& p : r.psbs) {
+        all.push_back(p.impl());
+        std::string text = krdiagram::writeDot({p.impl()});
+        Dot dot = parse(text);
+        int number = 0;
+        for (DSPCB* pcb = p->_getFirst_listPCBs(); pcb; pcb = p->_getNext_listPCBs()) {
+            std::string id = std::string(p->_get_strPSBName()) + "/" + std::to_string(++number);
+            ASSERT_EQ(dot.nodes.count(id), 1u) << id;
+            gsam += dot.nodes.at(id).label.find("GSAM PCB") != std::string::npos;
+            tp += dot.nodes.at(id).label.find("TP PCB") != std::string::npos;
+        }
+        krdiagram::Rendering picture = krdiagram::renderWithDot(text, "svg");
+        EXPECT_EQ(picture.outcome, krdiagram::Rendering::rendered) << picture.reason;
+    }
+    EXPECT_GE(gsam, 1);
+    EXPECT_GE(tp, 1);
+    // All of them in one picture.
+    krdiagram::Rendering picture = krdiagram::renderWithDot(krdiagram::writeDot(all), "svg");
+    EXPECT_EQ(picture.outcome, krdiagram::Rendering::rendered) << picture.reason;
+    DSRegistrar::releaseAll();
+}
+
+// A SENSEG that matches no segment of its PCB's DBD is drawn on its own,
+// under its parent SENSEG, not lost and not put on another segment.
+TEST(PcbPicture, DrawsASensegWithoutItsSegmentUnderItsParent) {
+    DSDBD dbd("V", "D", 1);
+    dbd->_set_strDBDName("DB", omStore);
+    DSSegment root("V", "R", 1);
+    root->_set_strSegmentName("ROOT", omStore);
+    DSContainsSegment(&dbd, &root, 1);
+    DSPSB psb("V", "P", 1);
+    psb->_set_strPSBName("PS", omStore);
+    DSPCB pcb("V", "C", 1);
+    DSIncludesPCB(&psb, &pcb, 1);
+    DSPCBdb type("V", "T", 1);
+    DSSpecifiedByType(&pcb, &type, 1);
+    DSBasedOn(&type, &dbd, 1);
+    DSSenSegment top("V", "S1", 1), lost("V", "S2", 1);
+    top->_set_strSensegName("ROOT", omStore);
+    lost->_set_strSensegName("GONE", omStore);
+    DSHasSensitive(&type, &top, 1);
+    DSHasSensitive(&type, &lost, 1);
+    DSHasParentSenseg(&lost, &top, 1);
+    Dot dot = parse(krdiagram::writeDot({psb.impl()}));
+    EXPECT_EQ(dot.nodes.at("PS/1/DB.ROOT").cls, "sensitive");
+    ASSERT_EQ(dot.nodes.count("PS/1/GONE"), 1u);
+    EXPECT_EQ(dot.nodes.at("PS/1/GONE").cls, "senseg");
+    EXPECT_EQ(dot.edges.count({"PS/1/DB.ROOT", "PS/1/GONE", "sensegparent"}), 1u);
+    DSRegistrar::releaseAll();
 }
 
 // ---- the same model, the same text ----------------------------------------------
