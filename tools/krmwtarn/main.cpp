@@ -149,7 +149,7 @@ int main(int argc, char** argv) {
         ->required();
     diagram->add_option("--format", diagramFormat, "dot, or svg as Graphviz's dot renders it")
         ->type_name("dot|svg")
-        ->check(CLI::IsMember({"dot", "svg"}))
+        ->check(CLI::IsMember({"dot", "svg"}).description(""))
         ->capture_default_str();
     diagram->add_option("--out", diagramOut, "The file to write, - for standard output")
         ->type_name("FILE")
