@@ -9,6 +9,8 @@ command -v g++ >/dev/null || need+=(g++)
 [ -f /usr/include/nlohmann/json.hpp ] || need+=(nlohmann-json3-dev)
 [ -f /usr/include/CLI/CLI.hpp ] || need+=(libcli11-dev)
 command -v valgrind >/dev/null || need+=(valgrind)
+# Graphviz's dot renders `krmwtarn diagram --format svg` (and its tests).
+command -v dot >/dev/null || need+=(graphviz)
 command -v clang++ >/dev/null || need+=(clang)
 command -v clang-format >/dev/null || need+=(clang-format)
 [ -f /usr/include/sqlite3.h ] || need+=(libsqlite3-dev)

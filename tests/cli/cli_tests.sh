@@ -9,7 +9,7 @@ case_name="$1" tool="$2" build_dir="$3" version="$4"
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 
-commands=(demo expand export import graph views view classes class links help)
+commands=(demo expand export import graph diagram views view classes class links help)
 
 fail() {
     echo "FAIL [$case_name]: $*" >&2
@@ -137,7 +137,7 @@ case_unreadable_input() {
 case_full_standard_output() {
     "$tool" export - >"$work/sample.json"
     local -a calls=("export -" "expand CORVIADBD --json" "import $work/sample.json --json" "import $work/sample.json" "help" "help view"
-        "demo" "graph" "views" "view CORVIADBD" "classes" "class DSDBD" "links" "--help" "--version" "demo --help")
+        "demo" "graph" "diagram HOSPDBD" "views" "view CORVIADBD" "classes" "class DSDBD" "links" "--help" "--version" "demo --help")
     for call in "${calls[@]}"; do
         read -ra args <<<"$call"
         last=("${args[@]}" ">" /dev/full)
@@ -325,6 +325,89 @@ case_decks_generate_reads_back() {
     awk 'length($0) > 80 { exit 1 }' "$work/sample"/* || fail "a written card is longer than 80 columns"
     check 2 generate "${all[@]}"
     expect_err "--out"
+}
+
+# diagram: refused names, formats and arguments; dot missing from PATH or
+# failing; output that cannot be written.
+case_diagram_errors() {
+    check 1 diagram NODBD
+    expect_err "krmwtarn diagram: the sample has no DBD, PSB or PCB named 'NODBD'"
+    expect_no_out
+    check 1 diagram HOSPDBD NODBD
+    expect_err "named 'NODBD'"
+    expect_no_out
+    check 2 diagram
+    expect_err "krmwtarn diagram: NAME is required"
+    check 2 diagram HOSPDBD --format png
+    expect_err "krmwtarn diagram: --format: png not in {dot,svg}"
+    expect_err "Usage: krmwtarn diagram"
+    expect_no_out
+    mkdir "$work/empty" "$work/fakebin"
+    last=(diagram HOSPDBD --format svg "(PATH without dot)")
+    PATH="$work/empty" "$tool" diagram HOSPDBD --format svg >"$work/out" 2>"$work/err"
+    status=$?
+    expect_status 1
+    expect_err "krmwtarn diagram: Graphviz's dot was not found on PATH; install graphviz (bash scripts/setup.sh) or use --format dot"
+    expect_no_out
+    last=(diagram HOSPDBD "(PATH without dot)")
+    PATH="$work/empty" "$tool" diagram HOSPDBD >"$work/out" 2>"$work/err"
+    status=$?
+    expect_status 0
+    expect_out 'digraph "HOSPDBD" {'
+    # A dot that fails: its complaint is passed on, and nothing is written.
+    # (It ends without reading its input: the tool's write fails and it goes on.)
+    printf '#!/bin/sh\necho "Error: <stdin>: syntax error in line 3" >&2\nexit 1\n' >"$work/fakebin/dot"
+    chmod +x "$work/fakebin/dot"
+    last=(diagram HOSPDBD --format svg --out x.svg "(a failing dot)")
+    PATH="$work/fakebin" "$tool" diagram HOSPDBD --format svg --out "$work/x.svg" >"$work/out" 2>"$work/err"
+    status=$?
+    expect_status 1
+    expect_err "krmwtarn diagram: Graphviz's dot failed: Error: <stdin>: syntax error in line 3"
+    [ ! -e "$work/x.svg" ] || fail "a failed rendering wrote $work/x.svg"
+    check 1 diagram HOSPDBD --out "$work/no/such/x.dot"
+    expect_err "krmwtarn diagram: cannot write $work/no/such/x.dot: No such file or directory"
+}
+
+# diagram: the same picture however the definitions come (sample, decks,
+# repository), into a file or on standard output, as DOT or as SVG.
+case_diagram_dot_and_svg() {
+    check 0 diagram HOSPDBD HOSPPSB
+    expect_out 'digraph "HOSPDBD HOSPPSB" {'
+    mv "$work/out" "$work/sample.dot"
+    check 0 diagram HOSPDBD HOSPPSB --out "$work/file.dot"
+    expect_no_out
+    cmp -s "$work/sample.dot" "$work/file.dot" || fail "diagram --out differs from standard output"
+    "$tool" generate --sample --out "$work/decks" >/dev/null || fail "generate --sample failed"
+    check 0 diagram HOSPDBD HOSPPSB --decks "$work/decks"/*
+    cmp -s "$work/sample.dot" "$work/out" || fail "the sample's decks draw another picture"
+    check 0 --repo "$work/r.db" sample
+    check 0 --repo "$work/r.db" diagram HOSPDBD HOSPPSB
+    cmp -s "$work/sample.dot" "$work/out" || fail "the stored sample draws another picture"
+    check 0 diagram HOSPPSB.PCB2 --format svg --out "$work/pcb.svg"
+    expect_no_out
+    grep -q "<svg" "$work/pcb.svg" || fail "no SVG in $work/pcb.svg"
+    grep -q "NAMEPCB" "$work/pcb.svg" || fail "the PCB's name is not in its picture"
+}
+
+# The largest DBD (255 segments over 15 levels, 1,000 fields) rendered to SVG
+# (ctest bounds its time).
+case_diagram_largest_dbd() {
+    awk 'BEGIN {
+        card("DBD", "NAME=BIGDBD,ACCESS=HISAM")
+        for (s = 0; s < 255; s++) {
+            card("SEGM", "NAME=S" s ",BYTES=100" (s ? ",PARENT=S" (s < 15 ? s - 1 : s % 14) : ""))
+            for (f = s; f < 1000; f += 255) card("FIELD", "NAME=F" f)
+        }
+        card("DBDGEN", "")
+    }
+    function card(op, operands) { printf "         %-6s%s\n", op, operands }' >"$work/big.dbd"
+    check 0 diagram BIGDBD --decks "$work/big.dbd"
+    [ "$(grep -c 'class="segment"' "$work/out")" = 255 ] || fail "not 255 segments drawn"
+    [ "$(grep -c 'class="parent"' "$work/out")" = 254 ] || fail "not 254 parent edges drawn"
+    local started=$SECONDS
+    check 0 diagram BIGDBD --decks "$work/big.dbd" --format svg --out "$work/big.svg"
+    echo "rendered the largest DBD in $((SECONDS - started)) s"
+    [ "$(grep -c 'class="node segment"' "$work/big.svg")" = 255 ] || fail "not 255 segments in the SVG"
 }
 
 "case_$case_name"

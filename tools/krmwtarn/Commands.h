@@ -26,6 +26,10 @@ int exportDefinitions(const std::string& file, const std::vector<std::string>& d
 // as documents again instead of a count.
 int importDocuments(const std::string& file, bool asJson, const std::string& repo = {});
 int graph(const std::optional<std::string>& root, const std::vector<std::string>& decks, const std::string& repo);
+// DBDs, PSBs and PCBs by name drawn as one picture, FORMAT "dot" or "svg"
+// (rendered by Graphviz's dot), into OUT ("-" is standard output).
+int diagram(const std::vector<std::string>& names, const std::string& format, const std::string& out,
+            const std::vector<std::string>& decks, const std::string& repo);
 int views();
 int view(const std::string& name);
 int classes();

@@ -3,6 +3,8 @@
 // POSIX calls so that every failure comes with the system's reason.
 #include "tools/krmwtarn/Files.h"
 
+#include "tools/krmwtarn/Commands.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -93,6 +95,17 @@ bool writeFile(const std::string& path, const std::string& text, std::string& re
     ok = ok && (::rename(temporary.c_str(), target.c_str()) == 0 || fail(reason, errno));
     if (!ok) ::unlink(temporary.c_str());
     return ok;
+}
+
+int writeResult(const char* command, const std::string& file, const std::string& text) {
+    if (file == "-") {
+        printText(text);
+        return exitDone;
+    }
+    std::string reason;
+    if (writeFile(file, text, reason)) return exitDone;
+    std::fprintf(stderr, "krmwtarn %s: cannot write %s: %s\n", command, file.c_str(), reason.c_str());
+    return exitBadInput;
 }
 
 void printText(const std::string& text) {

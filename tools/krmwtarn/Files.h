@@ -19,6 +19,11 @@ bool readFile(const std::string& path, std::string& text, std::string& reason);
 // False, with the system's reason, when any step fails.
 bool writeFile(const std::string& path, const std::string& text, std::string& reason);
 
+// A command's result TEXT into FILE by writeFile, or printed when FILE is "-":
+// the exit status, after `krmwtarn COMMAND: cannot write FILE: REASON` on
+// standard error when the file could not be written (main checks standard output).
+int writeResult(const char* command, const std::string& file, const std::string& text);
+
 // Writes TEXT (a whole document) to standard output, after whatever is
 // buffered there; a failure and its reason are kept for flushStandardOutput.
 void printText(const std::string& text);

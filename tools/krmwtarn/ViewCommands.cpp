@@ -110,16 +110,7 @@ int krmwtarn::exportDefinitions(const std::string& file, const std::vector<std::
         if (!defs.ok()) return exitBadInput;
         docs = documentsOf(defs);
     }
-    if (file == "-") {
-        printText(docs.dump(2) + "\n");
-        return exitDone;  // main checks that standard output took it
-    }
-    std::string reason;
-    if (!writeFile(file, docs.dump(2) + "\n", reason)) {
-        std::fprintf(stderr, "krmwtarn export: cannot write %s: %s\n", file.c_str(), reason.c_str());
-        return exitBadInput;
-    }
-    return exitDone;
+    return writeResult("export", file, docs.dump(2) + "\n");
 }
 
 int krmwtarn::importDocuments(const std::string& file, bool asJson, const std::string& repo) {

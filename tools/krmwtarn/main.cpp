@@ -140,6 +140,24 @@ int main(int argc, char** argv) {
         run = [&, root = rootIfGiven(graph, "NAME", graphRoot)] { return krmwtarn::graph(root, decks, repoPath); };
     });
 
+    std::vector<std::string> diagramNames;
+    std::string diagramFormat = "dot", diagramOut = "-";
+    CLI::App* diagram = app.add_subcommand(
+        "diagram", "Draw DBDs (segments, indexes, logical relationships) and PSBs (PCBs, sensitivity) as DOT or SVG");
+    diagram->add_option("NAME", diagramNames, "The DBDs, PSBs and PCBs to draw, in one picture")
+        ->type_name("")
+        ->required();
+    diagram->add_option("--format", diagramFormat, "dot, or svg as Graphviz's dot renders it")
+        ->type_name("dot|svg")
+        ->check(CLI::IsMember({"dot", "svg"}).description(""))
+        ->capture_default_str();
+    diagram->add_option("--out", diagramOut, "The file to write, - for standard output")
+        ->type_name("FILE")
+        ->capture_default_str();
+    takesDecks(diagram);
+    diagram->callback(
+        [&] { run = [&] { return krmwtarn::diagram(diagramNames, diagramFormat, diagramOut, decks, repoPath); }; });
+
     std::vector<std::string> loadDecks;
     bool loadJson = false;
     CLI::App* load = app.add_subcommand("load", "Read DBD and PSB generation decks: a summary per definition");

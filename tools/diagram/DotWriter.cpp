@@ -1,0 +1,566 @@
+// DotWriter.cpp — the DOT picture of DBDs, PSBs and PCBs (see DotWriter.h).
+// The model is walked in its own order (roles keep their order), so the text
+// depends on the definitions alone; sets keyed by object are used for lookups
+// only, never to order what is written.
+#include "tools/diagram/DotWriter.h"
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <set>
+#include <utility>
+
+namespace krdiagram {
+namespace {
+
+// ---- reading the model ----------------------------------------------------
+
+enum class End { source, target };
+
+// The objects at one end of each link of a role, in the role's order.
+std::vector<_ADObject*> ends(DSModelCollection* role, End end) {
+    std::vector<_ADObject*> out;
+    for (const ADObject& h : *role) {
+        auto* link = static_cast<_ADLink*>(h.impl());
+        ADObject* e = end == End::source ? link->getSource() : link->getTarget();
+        if (e && !e->isEmpty()) out.push_back(e->impl());
+    }
+    return out;
+}
+_ADObject* first(DSModelCollection* role, End end) {
+    std::vector<_ADObject*> all = ends(role, end);
+    return all.empty() ? nullptr : all.front();
+}
+// The links of a role themselves.
+std::vector<_ADObject*> links(DSModelCollection* role) {
+    std::vector<_ADObject*> out;
+    for (const ADObject& h : *role) out.push_back(h.impl());
+    return out;
+}
+
+std::string str(const char* s) { return s ? std::string(s) : std::string(); }
+
+// An object's own name attribute, else its adName, else its object ID.
+std::string nameOf(_ADObject* o) {
+    std::string n;
+    if (o->isKindOf("DSDBD"))
+        n = str(static_cast<_DSDBD*>(o)->_get_strDBDName());
+    else if (o->isKindOf("DSSegment"))
+        n = str(static_cast<_DSSegment*>(o)->_get_strSegmentName());
+    else if (o->isKindOf("DSPSB"))
+        n = str(static_cast<_DSPSB*>(o)->_get_strPSBName());
+    else if (o->isKindOf("DSPCB"))
+        n = str(static_cast<_DSPCB*>(o)->_get_strPCBAccessName());
+    else if (o->isKindOf("DSSenSegment"))
+        n = str(static_cast<_DSSenSegment*>(o)->_get_strSensegName());
+    else if (o->isKindOf("DSField"))
+        n = str(static_cast<_DSField*>(o)->_get_strFieldName());
+    if (n.empty()) n = str(o->_get_adName());
+    return n.empty() ? str(o->objID()) : n;
+}
+
+_DSDBD* dbdOfSegment(_ADObject* seg) {
+    return static_cast<_DSDBD*>(first(static_cast<_DSSegment*>(seg)->_get_containingDBD(), End::source));
+}
+_DSDBD* dbdOfAccess(_ADObject* access) {
+    return static_cast<_DSDBD*>(first(static_cast<_DSDBDaccess*>(access)->_get_containingDBD(), End::source));
+}
+_ADObject* accessOf(_DSDBD* dbd) { return first(dbd->_get_dliAccess(), End::target); }
+std::vector<_ADObject*> segmentsOf(_DSDBD* dbd) { return ends(dbd->_get_segments(), End::target); }
+_ADObject* parentOf(_ADObject* seg) { return first(static_cast<_DSSegment*>(seg)->_get_physicalParent(), End::target); }
+// The first segment without a parent: where an index points from and a
+// HIDAM database is entered.
+_ADObject* rootOf(_DSDBD* dbd) {
+    for (_ADObject* s : segmentsOf(dbd))
+        if (!parentOf(s)) return s;
+    return nullptr;
+}
+_ADObject* rootOfAccess(_ADObject* access) {
+    _DSDBD* dbd = access ? dbdOfAccess(access) : nullptr;
+    return dbd ? rootOf(dbd) : nullptr;
+}
+_DSSegmentComplex* complexSegment(_ADObject* seg) {
+    return seg->isKindOf("DSSegmentComplex") ? static_cast<_DSSegmentComplex*>(seg) : nullptr;
+}
+
+std::string join(const std::vector<std::string>& parts, const char* between) {
+    std::string out;
+    for (std::size_t i = 0; i < parts.size(); ++i) out += (i ? between : "") + parts[i];
+    return out;
+}
+std::string fieldNames(DSModelCollection* role) {
+    std::vector<std::string> names;
+    for (_ADObject* f : ends(role, End::target)) names.push_back(nameOf(f));
+    return join(names, ",");
+}
+
+// ---- the ties between segments ----------------------------------------------
+
+struct Edge {
+    _ADObject* from;
+    _ADObject* to;
+    const char* kind;
+    std::vector<std::string> label;  // its lines
+    const void* key;                 // the link or object the edge stands for, with `kind`
+};
+
+// Every logical relationship, logical-DBD source and index that has a segment
+// (or the access) of DBD at one end, in the DBD's order.
+class Ties {
+public:
+    std::vector<Edge> of(_DSDBD* dbd) {
+        edges_.clear();
+        seen_.clear();
+        for (_ADObject* seg : segmentsOf(dbd)) segment(seg);
+        if (_ADObject* access = accessOf(dbd)) {
+            if (access->isKindOf("DSDBDhidam"))
+                for (_ADObject* l : links(static_cast<_DSDBDhidam*>(access)->_get_primaryIndex())) primary(l);
+            if (access->isKindOf("DSDBDindex")) {
+                auto* index = static_cast<_DSDBDindex*>(access);
+                for (_ADObject* l : links(index->_get_primaryIndexTarget())) primary(l);
+                for (_ADObject* x : ends(index->_get_secondaryIndexTarget(), End::source)) xdfld(x);
+            }
+        }
+        return std::move(edges_);
+    }
+
+private:
+    void add(_ADObject* from, _ADObject* to, const char* kind, std::vector<std::string> label, const void* key) {
+        if (from && to && seen_.insert({key, kind}).second) edges_.push_back({from, to, kind, std::move(label), key});
+    }
+
+    void segment(_ADObject* seg) {
+        auto* s = static_cast<_DSSegment*>(seg);
+        for (_ADObject* l : links(s->_get_logicalSegments())) source(l);
+        if (seg->isKindOf("DSSegmentLogical"))
+            for (_ADObject* l : links(static_cast<_DSSegmentLogical*>(seg)->_get_sourceSegments())) source(l);
+        _DSSegmentComplex* cx = complexSegment(seg);
+        if (!cx) return;
+        for (_ADObject* l : links(cx->_get_logChildren())) logical(l);
+        for (_ADObject* l : links(cx->_get_logParent())) logical(l);
+        for (_ADObject* l : ends(cx->_get_pairedLogChild(), End::source)) logical(l);
+        for (_ADObject* x : ends(cx->_get_indices(), End::target)) xdfld(x);
+        for (_ADObject* x : ends(cx->_get_sourcedIndex(), End::source)) xdfld(x);
+    }
+
+    // A logical segment built from a physical one: physical -> logical.
+    void source(_ADObject* l) {
+        auto* link = static_cast<_DSSource*>(l);
+        add(link->getTarget()->impl(), link->getSource()->impl(), "source",
+            {std::string("SOURCE ") + (link->_get_dataAlso() ? "DATA" : "KEY")}, l);
+    }
+
+    // Logical parent -> logical child, and the child -> its paired segment.
+    void logical(_ADObject* l) {
+        auto* link = static_cast<_DSLChild*>(l);
+        _ADObject* child = link->getTarget()->impl();
+        std::string label = "LCHILD";
+        if (link->_get_rules()) label += std::string(" RULES=") + link->_get_rules();
+        add(link->getSource()->impl(), child, "lchild", {label}, l);
+        for (_ADObject* pair : links(link->_get_pairedSegment()))
+            add(child, static_cast<_ADLink*>(pair)->getTarget()->impl(), "pair", {"PAIR"}, pair);
+    }
+
+    // The index DBD's root -> the segment indexed; the indexed segment -> the
+    // index source when that is another segment.
+    void xdfld(_ADObject* x) {
+        auto* xd = static_cast<_DSXDFLD*>(x);
+        _ADObject* indexed = first(xd->_get_sourceSEGMcmpx(), End::source);
+        std::vector<std::string> label = {"XDFLD " + str(xd->_get_xdfldName())};
+        std::string search = fieldNames(xd->_get_search());
+        if (!search.empty()) label.push_back("SRCH=" + search);
+        add(rootOfAccess(first(xd->_get_targetDBDindex(), End::target)), indexed, "xdfld", label, x);
+        _ADObject* from = first(xd->_get_indexSource(), End::target);
+        if (from != indexed) add(indexed, from, "indexsource", {"index source"}, x);
+    }
+
+    // The primary index DBD's root -> the HIDAM database's root.
+    void primary(_ADObject* l) {
+        auto* link = static_cast<_ADLink*>(l);
+        add(rootOfAccess(link->getTarget()->impl()), rootOfAccess(link->getSource()->impl()), "primaryindex",
+            {"primary index"}, l);
+    }
+
+    std::vector<Edge> edges_;
+    std::set<std::pair<const void*, std::string>> seen_;
+};
+
+// ---- writing DOT --------------------------------------------------------------
+
+// The length of the UTF-8 sequence at text[i], 0 when it is not one.
+std::size_t utf8Length(std::string_view text, std::size_t i) {
+    auto byte = [&](std::size_t k) { return static_cast<unsigned char>(text[k]); };
+    unsigned char c = byte(i);
+    std::size_t n = c >= 0xC2 && c <= 0xDF ? 2 : c >= 0xE0 && c <= 0xEF ? 3 : c >= 0xF0 && c <= 0xF4 ? 4 : 0;
+    if (!n || i + n > text.size()) return 0;
+    for (std::size_t k = 1; k < n; ++k)
+        if ((byte(i + k) & 0xC0) != 0x80) return 0;
+    unsigned char second = byte(i + 1);
+    // No overlong forms, no surrogates, nothing beyond U+10FFFF.
+    if ((c == 0xE0 && second < 0xA0) || (c == 0xED && second >= 0xA0) || (c == 0xF0 && second < 0x90) ||
+        (c == 0xF4 && second >= 0x90))
+        return 0;
+    return n;
+}
+
+// TEXT inside a DOT quoted string; in a label `&` is written as an entity too,
+// so that Graphviz shows names holding entities as they are.
+std::string escaped(std::string_view text, bool label) {
+    std::string out;
+    for (std::size_t i = 0; i < text.size();) {
+        unsigned char c = static_cast<unsigned char>(text[i]);
+        if (c == '"' || c == '\\') {
+            out += '\\';
+            out += static_cast<char>(c);
+        } else if (c == '&' && label) {
+            out += "&amp;";
+        } else if (c < 0x20 || c == 0x7F) {
+            out += '?';
+        } else if (c >= 0x80) {
+            std::size_t n = utf8Length(text, i);
+            if (n) {
+                out.append(text.substr(i, n));
+                i += n;
+                continue;
+            }
+            out += "\xEF\xBF\xBD";  // U+FFFD for a byte that is not UTF-8
+        } else {
+            out += static_cast<char>(c);
+        }
+        ++i;
+    }
+    return out;
+}
+
+// Lines of a label, each escaped, joined by DOT's line break.
+std::string label(const std::vector<std::string>& lines) {
+    std::string out = "\"";
+    for (std::size_t i = 0; i < lines.size(); ++i) out += (i ? "\\n" : "") + escaped(lines[i], true);
+    return out + "\"";
+}
+
+const char* const kSensitiveFill = "#fff3c4";
+const char* const kGrey = "grey60";
+
+class Picture {
+public:
+    explicit Picture(const std::vector<_ADObject*>& subjects) {
+        for (_ADObject* o : subjects)
+            if (std::find(subjects_.begin(), subjects_.end(), o) == subjects_.end()) subjects_.push_back(o);
+    }
+
+    std::string write() {
+        std::vector<std::string> names;
+        for (_ADObject* o : subjects_) names.push_back(nameOf(o));
+        out_ = "digraph " + quoted(join(names, " ")) + " {\n";
+        out_ += "  graph [rankdir=TB, compound=true, newrank=true, fontname=\"Helvetica\", fontsize=11];\n";
+        out_ += "  node [shape=box, style=rounded, fontname=\"Helvetica\", fontsize=10];\n";
+        out_ += "  edge [fontname=\"Helvetica\", fontsize=9];\n";
+        std::vector<_DSDBD*> dbds = drawnDbds();
+        for (_DSDBD* d : dbds) dbdCluster(d);
+        for (_ADObject* p : pcbs()) pcbCluster(p);
+        std::set<_DSDBD*> drawn(dbds.begin(), dbds.end());
+        std::vector<Edge> ties;
+        std::set<std::pair<const void*, std::string>> seen;
+        for (_DSDBD* d : dbds)
+            for (Edge& e : Ties().of(d))
+                if (drawn.count(dbdOfSegment(e.from)) && drawn.count(dbdOfSegment(e.to)) &&
+                    seen.insert({e.key, e.kind}).second)
+                    ties.push_back(std::move(e));
+        for (const Edge& e : ties) tie(e);
+        for (const std::string& line : joins_) out_ += line;
+        out_ += "}\n";
+        return std::move(out_);
+    }
+
+private:
+    // The named DBDs; with several subjects the DBDs their PCBs use; then the
+    // DBDs at the far end of the named DBDs' ties.
+    std::vector<_DSDBD*> drawnDbds() {
+        std::vector<_DSDBD*> dbds;
+        auto add = [&](_DSDBD* d) {
+            if (d && std::find(dbds.begin(), dbds.end(), d) == dbds.end()) dbds.push_back(d);
+        };
+        for (_ADObject* o : subjects_)
+            if (o->isKindOf("DSDBD")) add(static_cast<_DSDBD*>(o));
+        std::vector<_DSDBD*> named = dbds;
+        if (subjects_.size() > 1)
+            for (_ADObject* p : pcbs()) {
+                _ADObject* type = first(static_cast<_DSPCB*>(p)->_get_typeOfPCB(), End::target);
+                if (!type || !type->isKindOf("DSPCBbased")) continue;
+                add(static_cast<_DSDBD*>(first(static_cast<_DSPCBbased*>(type)->_get_baseDBD(), End::target)));
+                if (type->isKindOf("DSPCBdb"))
+                    if (_ADObject* seq = first(static_cast<_DSPCBdb*>(type)->_get_procseq(), End::target))
+                        add(dbdOfAccess(seq));
+            }
+        for (_DSDBD* d : named)
+            for (const Edge& e : Ties().of(d)) {
+                add(dbdOfSegment(e.from));
+                add(dbdOfSegment(e.to));
+            }
+        return dbds;
+    }
+
+    // The PCBs of the named PSBs and the named PCBs, in the order named.
+    std::vector<_ADObject*> pcbs() {
+        std::vector<_ADObject*> all;
+        for (_ADObject* o : subjects_) {
+            std::vector<_ADObject*> some = o->isKindOf("DSPSB")
+                                               ? ends(static_cast<_DSPSB*>(o)->_get_listPCBs(), End::target)
+                                           : o->isKindOf("DSPCB") ? std::vector<_ADObject*>{o}
+                                                                  : std::vector<_ADObject*>{};
+            for (_ADObject* p : some)
+                if (std::find(all.begin(), all.end(), p) == all.end()) all.push_back(p);
+        }
+        return all;
+    }
+
+    // A node name of its own for `key` (an object, or a PCB and a segment).
+    const std::string& id(const std::pair<const void*, const void*>& key, const std::string& wanted) {
+        auto it = ids_.find(key);
+        if (it != ids_.end()) return it->second;
+        std::string name = wanted;
+        for (int n = 2; !used_.insert(name).second; ++n) name = wanted + "~" + std::to_string(n);
+        return ids_.emplace(key, name).first->second;
+    }
+    const std::string& segmentId(_ADObject* seg) {
+        _DSDBD* dbd = dbdOfSegment(seg);
+        return id({seg, nullptr}, (dbd ? nameOf(dbd) + "." : std::string()) + nameOf(seg));
+    }
+
+    void line(const std::string& text, int depth) { out_ += std::string(depth * 2, ' ') + text + ";\n"; }
+    void node(const std::string& name, const char* cls, const std::string& attributes,
+              const std::vector<std::string>& lines, int depth) {
+        line(quoted(name) + " [class=\"" + cls + "\", " + (attributes.empty() ? "" : attributes + ", ") +
+                 "label=" + label(lines) + "]",
+             depth);
+    }
+    std::string edge(const std::string& from, const std::string& to, const char* cls, const std::string& attributes) {
+        return quoted(from) + " -> " + quoted(to) + " [class=\"" + cls + "\"" +
+               (attributes.empty() ? "" : ", " + attributes) + "]";
+    }
+    void cluster(const std::string& name, const std::string& title, const char* attributes) {
+        out_ += "  subgraph " + quoted("cluster_" + name) + " {\n";
+        line("label=" + label({title}) + "; labeljust=l; " + attributes, 2);
+    }
+
+    std::vector<std::string> segmentLines(_ADObject* seg) {
+        auto* s = static_cast<_DSSegment*>(seg);
+        std::vector<std::string> lines = {nameOf(seg)};
+        std::vector<_ADObject*> fields = ends(s->_get_fields(), End::target);
+        for (_ADObject* f : fields) {
+            auto* field = static_cast<_DSField*>(f);
+            if (!field->_get_sequenceField()) continue;
+            lines.push_back("key " + nameOf(f) + (field->_get_uniqueSequence() ? " (U)" : " (M)"));
+            break;
+        }
+        std::string size;
+        short max = s->_get_maximumLength(), min = s->_get_minimumLength();
+        if (seg->isKindOf("DSSegmentLogical"))
+            size = "logical";
+        else if (max && min && min != max)
+            size = std::to_string(max) + "/" + std::to_string(min) + " bytes";
+        else if (max)
+            size = std::to_string(max) + " bytes";
+        if (!fields.empty())
+            size += (size.empty() ? "" : ", ") + std::to_string(fields.size()) +
+                    (fields.size() == 1 ? " field" : " fields");
+        if (!size.empty()) lines.push_back(size);
+        return lines;
+    }
+
+    void dbdCluster(_DSDBD* dbd) {
+        std::string title = nameOf(dbd);
+        if (_ADObject* access = accessOf(dbd)) {
+            std::string kind = str(static_cast<_DSDBDaccess*>(access)->_get_dliAccess());
+            if (!kind.empty()) title += " (" + kind + ")";
+        }
+        cluster(id({dbd, nullptr}, nameOf(dbd)), title, "style=rounded; color=grey40");
+        std::vector<_ADObject*> segments = segmentsOf(dbd);
+        for (_ADObject* seg : segments) node(segmentId(seg), "segment", "", segmentLines(seg), 2);
+        for (_ADObject* seg : segments)
+            if (_ADObject* parent = parentOf(seg)) line(edge(segmentId(parent), segmentId(seg), "parent", ""), 2);
+        out_ += "  }\n";
+    }
+
+    // A PCB's node text: its name, its type and the DBD, its options.
+    std::vector<std::string> pcbLines(_DSPCB* pcb, _ADObject* type) {
+        std::vector<std::string> lines = {nameOf(pcb)};
+        if (!type) return lines;
+        std::vector<std::string> options;
+        if (type->isKindOf("DSPCBtp")) {
+            auto* tp = static_cast<_DSPCBtp*>(type);
+            lines.push_back("TP PCB");
+            if (tp->_get_alternateResponse()) options.push_back("ALTRESP");
+            if (tp->_get_express()) options.push_back("EXPRESS");
+            if (tp->_get_modify()) options.push_back("MODIFY");
+            if (tp->_get_sameTerminal()) options.push_back("SAMETRM");
+            std::vector<std::string> destinations;
+            for (_ADObject* d : ends(tp->_get_destination(), End::target))
+                destinations.push_back(str(static_cast<_DSOutputDest*>(d)->_get_ltermName()));
+            if (!destinations.empty()) lines.push_back("to " + join(destinations, ", "));
+        } else if (type->isKindOf("DSPCBbased")) {
+            auto* based = static_cast<_DSPCBbased*>(type);
+            _ADObject* dbd = first(based->_get_baseDBD(), End::target);
+            lines.push_back(std::string(type->isKindOf("DSPCBdb") ? "DB" : "GSAM") + " PCB" +
+                            (dbd ? " on " + nameOf(dbd) : ""));
+            if (based->_get_procoptPCB()) options.push_back(std::string("PROCOPT=") + based->_get_procoptPCB());
+            if (type->isKindOf("DSPCBdb")) {
+                auto* db = static_cast<_DSPCBdb*>(type);
+                if (db->_get_keyLength()) options.push_back("KEYLEN=" + std::to_string(db->_get_keyLength()));
+                if (_ADObject* seq = first(db->_get_procseq(), End::target))
+                    if (_DSDBD* index = dbdOfAccess(seq)) lines.push_back("PROCSEQ=" + nameOf(index));
+            }
+        }
+        if (pcb->_get_list()) options.push_back("LIST");
+        if (!options.empty()) lines.insert(lines.begin() + std::min<std::size_t>(2, lines.size()), join(options, " "));
+        return lines;
+    }
+
+    std::vector<std::string> sensegLines(_DSSenSegment* sense, _ADObject* seg, const char* pcbProcopt) {
+        std::vector<std::string> lines = {seg ? nameOf(seg) : nameOf(sense)};
+        if (sense->_get_procoptSENSEG())
+            lines.push_back(std::string("PROCOPT=") + sense->_get_procoptSENSEG());
+        else if (pcbProcopt)
+            lines.push_back(std::string("PROCOPT=") + pcbProcopt + " (PCB)");
+        std::vector<std::string> fields;
+        for (_ADObject* f : ends(sense->_get_senflds(), End::target))
+            if (_ADObject* field = first(static_cast<_DSSenField*>(f)->_get_targetFIELD(), End::target))
+                fields.push_back(nameOf(field));
+        if (!fields.empty()) lines.push_back("SENFLD " + join(fields, ","));
+        std::vector<std::string> indices;
+        for (_ADObject* idx : ends(sense->_get_indices(), End::target))
+            if (_DSDBD* d = dbdOfAccess(idx)) indices.push_back(nameOf(d));
+        if (!indices.empty()) lines.push_back("INDICES=" + join(indices, ","));
+        if (!seg) lines.push_back("(no such segment)");
+        return lines;
+    }
+
+    // The segment of DBD a SENSEG stands for: the one it maps to, else the one
+    // of its name (a SENSEG under a processing sequence may map none).
+    static _ADObject* segmentOf(_DSSenSegment* sense, _DSDBD* dbd) {
+        if (!dbd) return nullptr;
+        std::vector<_ADObject*> segments = segmentsOf(dbd);
+        _ADObject* mapped = first(sense->_get_targetSegment(), End::target);
+        if (mapped) return std::find(segments.begin(), segments.end(), mapped) != segments.end() ? mapped : nullptr;
+        for (_ADObject* s : segments)
+            if (nameOf(s) == nameOf(sense)) return s;
+        return nullptr;
+    }
+
+    void pcbCluster(_ADObject* p) {
+        auto* pcb = static_cast<_DSPCB*>(p);
+        _ADObject* psb = first(pcb->_get_usingPSBs(), End::source);
+        int number = 1;
+        if (psb) {
+            std::vector<_ADObject*> all = ends(static_cast<_DSPSB*>(psb)->_get_listPCBs(), End::target);
+            number = static_cast<int>(std::find(all.begin(), all.end(), p) - all.begin()) + 1;
+        }
+        std::string base = psb ? nameOf(psb) + "/" + std::to_string(number) : nameOf(pcb);
+        const std::string pcbId = id({pcb, nullptr}, base);
+        cluster(pcbId, psb ? nameOf(psb) + " PCB " + std::to_string(number) : "PCB " + nameOf(pcb),
+                "style=rounded; color=steelblue");
+        _ADObject* type = first(pcb->_get_typeOfPCB(), End::target);
+        node(pcbId, "pcb", "shape=note, style=filled, fillcolor=\"#dce8f5\"", pcbLines(pcb, type), 2);
+        if (type && type->isKindOf("DSPCBbased")) {
+            auto* based = static_cast<_DSPCBbased*>(type);
+            auto* dbd = static_cast<_DSDBD*>(first(based->_get_baseDBD(), End::target));
+            if (type->isKindOf("DSPCBdb")) hierarchy(pcb, pcbId, static_cast<_DSPCBdb*>(type), dbd);
+            joinToDbd(pcbId, dbd, "dbd", "");
+            if (type->isKindOf("DSPCBdb"))
+                if (_ADObject* seq = first(static_cast<_DSPCBdb*>(type)->_get_procseq(), End::target))
+                    joinToDbd(pcbId, dbdOfAccess(seq), "procseq", "PROCSEQ");
+        }
+        out_ += "  }\n";
+    }
+
+    // The DBD's segments in the PCB's cluster, the sensitive ones marked.
+    void hierarchy(_DSPCB* pcb, const std::string& pcbId, _DSPCBdb* type, _DSDBD* dbd) {
+        std::map<_ADObject*, _DSSenSegment*> sensitive;  // segment -> its (first) SENSEG
+        std::vector<_DSSenSegment*> loose;               // SENSEGs mapping no segment of the DBD
+        std::vector<_ADObject*> sensegs = ends(type->_get_senseg(), End::target);
+        for (_ADObject* s : sensegs) {
+            auto* sense = static_cast<_DSSenSegment*>(s);
+            if (_ADObject* seg = segmentOf(sense, dbd))
+                sensitive.emplace(seg, sense);
+            else
+                loose.push_back(sense);
+        }
+        auto inPcb = [&](_ADObject* seg) -> const std::string& {
+            _DSDBD* d = dbdOfSegment(seg);
+            return id({pcb, seg}, pcbId + "/" + (d ? nameOf(d) + "." : std::string()) + nameOf(seg));
+        };
+        std::vector<_ADObject*> segments = dbd ? segmentsOf(dbd) : std::vector<_ADObject*>{};
+        const char* procopt = type->_get_procoptPCB();
+        for (_ADObject* seg : segments) {
+            auto it = sensitive.find(seg);
+            if (it != sensitive.end())
+                node(inPcb(seg), "sensitive",
+                     std::string("style=\"rounded,filled\", fillcolor=\"") + kSensitiveFill + "\"",
+                     sensegLines(it->second, seg, procopt), 2);
+            else
+                node(inPcb(seg), "insensitive", std::string("color=") + kGrey + ", fontcolor=" + kGrey, {nameOf(seg)},
+                     2);
+        }
+        for (_DSSenSegment* sense : loose)
+            node(id({pcb, sense}, pcbId + "/" + nameOf(sense)), "senseg", "style=\"rounded,dashed\", color=firebrick",
+                 sensegLines(sense, nullptr, procopt), 2);
+        for (_ADObject* seg : segments) {
+            _ADObject* parent = parentOf(seg);
+            if (!parent) {
+                line(edge(pcbId, inPcb(seg), "pcbroot", "arrowhead=none, style=dotted"), 2);
+                continue;
+            }
+            // Black where the PCB sees both ends.
+            std::string grey = sensitive.count(seg) && sensitive.count(parent) ? "" : std::string("color=") + kGrey;
+            line(edge(inPcb(parent), inPcb(seg), "parent", grey), 2);
+        }
+        for (_DSSenSegment* sense : loose) {
+            auto* parent = static_cast<_DSSenSegment*>(first(sense->_get_parentSenseg(), End::target));
+            _ADObject* parentSeg = parent ? segmentOf(parent, dbd) : nullptr;
+            std::string from = parentSeg                             ? inPcb(parentSeg)
+                               : parent && ids_.count({pcb, parent}) ? ids_.at({pcb, parent})
+                                                                     : pcbId;
+            line(edge(from, id({pcb, sense}, ""), "sensegparent", "style=dashed, color=firebrick"), 2);
+        }
+    }
+
+    // With several subjects: the PCB's node -> the root of a DBD drawn beside it.
+    void joinToDbd(const std::string& pcbId, _DSDBD* dbd, const char* cls, const std::string& text) {
+        if (subjects_.size() < 2 || !dbd || !ids_.count({dbd, nullptr})) return;
+        _ADObject* root = rootOf(dbd);
+        if (!root) return;
+        std::string attributes = "style=dashed, color=steelblue, lhead=" + quoted("cluster_" + ids_.at({dbd, nullptr}));
+        if (!text.empty()) attributes += ", label=" + label({text});
+        joins_.push_back("  " + edge(pcbId, segmentId(root), cls, attributes) + ";\n");
+    }
+
+    void tie(const Edge& e) {
+        std::string style;
+        if (!std::strcmp(e.kind, "lchild"))
+            style = "style=dashed, color=blue, fontcolor=blue";
+        else if (!std::strcmp(e.kind, "pair"))
+            style = "style=dotted, color=blue, fontcolor=blue, dir=both";
+        else if (!std::strcmp(e.kind, "xdfld") || !std::strcmp(e.kind, "primaryindex"))
+            style = "style=bold, color=darkgreen, fontcolor=darkgreen";
+        else if (!std::strcmp(e.kind, "indexsource"))
+            style = "style=dotted, color=darkgreen, fontcolor=darkgreen";
+        else
+            style = "style=dashed, color=purple, fontcolor=purple";
+        line(edge(segmentId(e.from), segmentId(e.to), e.kind, style + ", label=" + label(e.label)), 1);
+    }
+
+    std::vector<_ADObject*> subjects_;
+    std::string out_;
+    std::vector<std::string> joins_;  // PCB -> DBD edges, written after the clusters
+    std::map<std::pair<const void*, const void*>, std::string> ids_;
+    std::set<std::string> used_;
+};
+
+}  // namespace
+
+std::string quoted(std::string_view text) { return "\"" + escaped(text, false) + "\""; }
+
+std::string writeDot(const std::vector<_ADObject*>& subjects) { return Picture(subjects).write(); }
+
+}  // namespace krdiagram

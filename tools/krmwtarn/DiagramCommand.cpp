@@ -1,0 +1,45 @@
+// DiagramCommand.cpp — `krmwtarn diagram`: DBDs, PSBs and PCBs of the sample,
+// the decks or the repository drawn as one Graphviz DOT picture, printed as
+// DOT or rendered to SVG by Graphviz's dot, on standard output or into a file.
+#include "tools/krmwtarn/Commands.h"
+
+#include "tools/diagram/DotWriter.h"
+#include "tools/diagram/Graphviz.h"
+#include "tools/krmwtarn/Definitions.h"
+#include "tools/krmwtarn/Files.h"
+
+#include <cstdio>
+
+int krmwtarn::diagram(const std::vector<std::string>& names, const std::string& format, const std::string& out,
+                      const std::vector<std::string>& decks, const std::string& repo) {
+    Definitions defs(decks, repo);
+    if (!defs.ok()) return exitBadInput;
+    std::vector<_ADObject*> subjects;
+    for (const std::string& name : names) {
+        _ADObject* found = nullptr;
+        for (const char* cls : {"DSDBD", "DSPSB", "DSPCB"})
+            if (!found) found = defs.find(cls, name.c_str());
+        if (!found) {
+            std::fprintf(stderr, "krmwtarn diagram: %s has no DBD, PSB or PCB named '%s'\n", defs.origin(),
+                         name.c_str());
+            return exitBadInput;
+        }
+        subjects.push_back(found);
+    }
+    std::string text = krdiagram::writeDot(subjects);
+    if (format == "svg") {
+        krdiagram::Rendering picture = krdiagram::renderWithDot(text, "svg");
+        if (picture.outcome == krdiagram::Rendering::dotMissing) {
+            std::fprintf(stderr,
+                         "krmwtarn diagram: Graphviz's dot was not found on PATH; install graphviz (bash "
+                         "scripts/setup.sh) or use --format dot\n");
+            return exitBadInput;
+        }
+        if (picture.outcome != krdiagram::Rendering::rendered) {
+            std::fprintf(stderr, "krmwtarn diagram: Graphviz's dot failed: %s\n", picture.reason.c_str());
+            return exitBadInput;
+        }
+        text = std::move(picture.output);
+    }
+    return writeResult("diagram", out, text);
+}
