@@ -69,7 +69,7 @@ void DSModelCollection::addAfter(const ADObject& element, long position) {
     admit(element);
     if (position < -1) position = -1;
     if (position >= count()) position = count() - 1;
-    items_.insert(items_.begin() + (position + 1), element);
+    items_.insert(static_cast<std::size_t>(position + 1), element);
     if (cursor_ > position) ++cursor_;
 }
 
@@ -78,16 +78,16 @@ void DSModelCollection::moveAfter(const ADObject* after) {
     if (from < 0) return;
     if (after && (indexOf(after) < 0 || indexOf(after) == from)) return;
     ADObject moving = std::move(items_[static_cast<size_t>(from)]);
-    items_.erase(items_.begin() + from);
+    items_.erase(static_cast<std::size_t>(from));
     long to = after ? indexOf(after) + 1 : 0;
-    items_.insert(items_.begin() + to, std::move(moving));
+    items_.insert(static_cast<std::size_t>(to), std::move(moving));
     cursor_ = to;
 }
 
 void DSModelCollection::remove() {
     long at = indexOf();
     if (at < 0) return;
-    items_.erase(items_.begin() + at);
+    items_.erase(static_cast<std::size_t>(at));
     cursor_ = at - 1;
 }
 

@@ -8,6 +8,7 @@
 #include <krmwtarn/platform/common/Export.h>
 
 #include <krmwtarn/platform/repository/ADObject.h>
+#include <krmwtarn/platform/repository/HandleList.h>
 
 #include <vector>
 
@@ -54,14 +55,14 @@ public:
     // The role row this collection keeps, or null for a plain collection.
     const ADAttributeEntry* roleRow() const noexcept { return role_; }
 
-    std::vector<ADObject>::const_iterator begin() const noexcept { return items_.begin(); }
-    std::vector<ADObject>::const_iterator end() const noexcept { return items_.end(); }
+    const ADObject* begin() const noexcept { return items_.begin(); }
+    const ADObject* end() const noexcept { return items_.end(); }
 
 private:
     // Throws unless a role's collection may take the element (see above).
     void admit(const ADObject& element) const;
 
-    std::vector<ADObject> items_;
+    HandleList items_;
     long cursor_ = -1;
     const ADAttributeEntry* role_ = nullptr;
 };

@@ -133,6 +133,35 @@ TEST_F(Platform, RegistryFindsWhatLivesThroughGrowthAndRemoval) {
     EXPECT_EQ(DSRegistrar::findObj("DSField", "CA", "B"), nullptr);
 }
 
+// A collection keeps its first handle inside itself and moves to the heap as
+// it grows: inserts and removals at any place across that step keep the order
+// of a plain vector and the objects' use counts.
+TEST_F(Platform, CollectionOrderAndUseCountsAcrossGrowth) {
+    std::vector<DSField> fields;
+    for (int i = 0; i < 12; ++i) fields.push_back(make<DSField>());
+    std::mt19937 random(3);
+    for (int round = 0; round < 50; ++round) {
+        DSModelCollection coll;
+        std::vector<_ADObject*> model;
+        for (int step = 0; step < 30; ++step) {
+            if (model.empty() || random() % 3) {
+                long after = static_cast<long>(random() % (model.size() + 1)) - 1;
+                _ADObject* o = fields[random() % fields.size()].impl();
+                coll.addAfter(ADObject(o), after);
+                model.insert(model.begin() + (after + 1), o);
+            } else {
+                long at = static_cast<long>(random() % model.size());
+                coll.first();
+                for (long k = 0; k < at; ++k) coll.next();
+                coll.remove();
+                model.erase(model.begin() + at);
+            }
+            ASSERT_EQ(contents(coll), model);
+        }
+    }
+    for (const DSField& f : fields) EXPECT_EQ(f->_get_useCount(), 1) << "a handle was lost or kept";
+}
+
 TEST(Exception, KeepsEveryPart) {
     KVException e("ewswtarn_", 2498, "DSPCBbased", "DSDBD", "_DSBasedOn", "source");
     EXPECT_STREQ(e.first(), "ewswtarn_");
