@@ -8,7 +8,9 @@
 #include <krmwtarn/source/DeckLoader.h>
 
 #include <krmwtarn/source/Cards.h>
+#include <krmwtarn/source/FieldGeometry.h>
 
+#include <cctype>
 #include <fstream>
 #include <functional>
 #include <iterator>
@@ -806,16 +808,11 @@ void Loader::fieldStatement(const Statement& st) {
             diags_.error(nv.item(i)->at, "FIELD NAME: SEQ, U or M is expected, not '" + w + "'");
     }
     if (unique && !seq) diags_.error(nv.at, "FIELD NAME: U or M only follow SEQ");
-    // START, BYTES and TYPE are checked; the model keeps the field's geometry
-    // in the dictionary's data item, which decks do not name.
-    number("FIELD", ops["START"], ops["START"] ? &ops["START"]->value : nullptr, 1, 32767);
-    number("FIELD", ops["BYTES"], ops["BYTES"] ? &ops["BYTES"]->value : nullptr, 1, 32767);
-    if (ops["START"] || ops["BYTES"] || ops["TYPE"])
-        diags_.warning((ops["START"]   ? ops["START"]
-                        : ops["BYTES"] ? ops["BYTES"]
-                                       : ops["TYPE"])
-                           ->at,
-                       "FIELD " + name + ": START, BYTES and TYPE have no place in the model; not kept");
+    auto start = number("FIELD", ops["START"], ops["START"] ? &ops["START"]->value : nullptr, 1, 32767);
+    auto bytes = number("FIELD", ops["BYTES"], ops["BYTES"] ? &ops["BYTES"]->value : nullptr, 1, 32767);
+    std::string type = ops["TYPE"] ? text(ops["TYPE"], &ops["TYPE"]->value) : std::string();
+    if (type.size() > 1 || (!type.empty() && !std::isalpha(static_cast<unsigned char>(type[0]))))
+        diags_.error(ops["TYPE"]->value.at, "FIELD TYPE: one letter is expected, not '" + type + "'");
     if (++d_.fields > kMaxFields)
         return diags_.error(st.at, "FIELD: a DBD holds at most " + std::to_string(kMaxFields) + " fields");
     auto* segImpl = d_.segment.impl();
@@ -829,6 +826,16 @@ void Loader::fieldStatement(const Statement& st) {
     guarded(st.at, "FIELD", [&] {
         auto seg = as<DSSegment>(segImpl);
         link<DSHasField>(&seg, &f);
+        // The geometry lives in the data item the field uses (its offset) and
+        // in the item's type definition (length and type), both named as the field.
+        if (!start && !bytes && type.empty()) return;
+        auto item = obtain<DSDataItem>("DSDataItem", id);
+        auto def = obtain<DSSimpleTypeDef>("DSSimpleTypeDef", id);
+        item->_set_offset(start.value_or(0), omStore);
+        def->_set_length(bytes.value_or(0), omStore);
+        def->_set_dataType(type.empty() ? kDefaultFieldType : type.c_str(), omStore);
+        link<DSMakesUseOf>(&f, &item);
+        link<DSLinkDataItm2DataDef>(&item, &def);
     });
 }
 
