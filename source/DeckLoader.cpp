@@ -28,6 +28,11 @@ bool LoadResult::ok() const noexcept {
     return true;
 }
 
+const Place* LoadResult::placeOf(const _ADObject* object) const {
+    auto it = places.find(object);
+    return it == places.end() ? nullptr : &it->second;
+}
+
 namespace {
 
 std::string where(const Location& at) {
@@ -88,7 +93,9 @@ public:
     void readDeck(const std::string& file, const std::vector<Statement>& statements);
     void resolve();
     void undo();
-    void keep(LoadResult& result);
+    // Hands the loaded definitions over, with the places of what was made
+    // (the Locations point into `files`).
+    void keep(LoadResult& result, const std::vector<std::string>& files);
 
 private:
     // ---- identities and undo ----
@@ -99,7 +106,10 @@ private:
         std::size_t before = DSRegistrar::count();
         H h(version_.c_str(), id.c_str(), 1);
         bool made = DSRegistrar::count() > before;
-        if (made) made_.emplace_back(h.impl());
+        if (made) {
+            made_.emplace_back(h.impl());
+            places_.emplace(h.impl(), here_);
+        }
         if (existed) *existed = !made;
         return h;
     }
@@ -233,6 +243,8 @@ private:
     std::vector<ADObject> made_;
     std::vector<ADObject> madeLinks_;
     std::vector<std::function<void()>> deferred_;
+    Location here_;  // the statement being read: where what obtain() makes comes from
+    std::unordered_map<const _ADObject*, Location> places_;
     std::unordered_map<std::string, _ADObject*> segments_;
     std::vector<PsbGroup> psbs_;
     std::vector<DSDBD> loadedDbds_;
@@ -1023,7 +1035,7 @@ void Loader::readDeck(const std::string& file, const std::vector<Statement>& sta
     PsbGroup psb;
     Location lastAt{&file, 0, 0};
     for (const Statement& st : statements) {
-        lastAt = st.at;
+        lastAt = here_ = st.at;
         const std::string& op = st.operation;
         if (isDirective(op)) continue;
         if (isUnmodelled(op)) {
@@ -1105,6 +1117,7 @@ void Loader::resolve() {
 
 void Loader::buildPsb(const PsbGroup& group) {
     const Statement& gen = *group.psbgen;
+    here_ = gen.at;
     Operands ops(
         gen,
         {"PSBNAME", "LANG", "CMPAT", "IOASIZE", "SSASIZE", "IOEROPN", "LOCKMAX", "MAXQ", "OLIC", "HPSBNAME", "WRTOP"},
@@ -1160,6 +1173,7 @@ void Loader::buildPsb(const PsbGroup& group) {
     std::string sensegName;
     for (const Statement* stp : group.statements) {
         const Statement& st = *stp;
+        here_ = st.at;
         if (st.operation == "PCB") {
             Operands p(st,
                        {"TYPE", "DBDNAME", "PROCOPT", "KEYLEN", "POS", "PROCSEQ", "PCBNAME", "LIST", "SB", "NAME",
@@ -1387,13 +1401,19 @@ void Loader::undo() {
     held.clear();
     madeLinks_.clear();
     made_.clear();
+    places_.clear();
     loadedDbds_.clear();
     loadedPsbs_.clear();
 }
 
-void Loader::keep(LoadResult& result) {
+void Loader::keep(LoadResult& result, const std::vector<std::string>& files) {
     result.dbds = std::move(loadedDbds_);
     result.psbs = std::move(loadedPsbs_);
+    result.files = files;
+    result.places.reserve(places_.size());
+    for (const auto& [object, at] : places_)
+        result.places.emplace(object, Place{static_cast<int>(at.file - files.data()), at.line, at.column});
+    places_.clear();
     madeLinks_.clear();
     made_.clear();
 }
@@ -1419,7 +1439,7 @@ LoadResult loadDecks(const std::vector<Deck>& decks, const char* version) {
         if (diags.hasErrors())
             loader.undo();
         else
-            loader.keep(result);
+            loader.keep(result, names);
     }
     result.diagnostics = diags.take();
     return result;
