@@ -58,7 +58,8 @@ DbdFacts::DbdFacts(_DSDBD* d) : dbd(d), name(str(d->_get_strDBDName())) {
     // Levels: a parent's level plus one, bounded so that a cycle of parents ends.
     for (SegmentFacts& s : segments) {
         int depth = 1;
-        for (int p = s.parent; p >= 0 && depth <= static_cast<int>(segments.size()); p = segments[std::size_t(p)].parent)
+        for (int p = s.parent; p >= 0 && depth <= static_cast<int>(segments.size());
+             p = segments[std::size_t(p)].parent)
             ++depth;
         s.depth = depth;
     }

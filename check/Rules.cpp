@@ -29,8 +29,7 @@ T* firstFar(DSModelCollection* role, bool ownerIsSource = true) {
 }
 
 bool isRootKeyed(const std::string& org) {
-    return org == "HIDAM" || org == "PHIDAM" || org == "HISAM" || org == "SHISAM" || org == "INDEX" ||
-           org == "PSINDEX";
+    return org == "HIDAM" || org == "PHIDAM" || org == "HISAM" || org == "SHISAM" || org == "INDEX" || org == "PSINDEX";
 }
 const SegmentFacts* rootOf(const DbdFacts& f) {
     for (const SegmentFacts& s : f.segments)
@@ -85,8 +84,8 @@ void fieldRange(const DbdFacts& f, Report& report) {
             long end = fl.geometry.start + fl.geometry.bytes - 1;
             if (fl.geometry.start > 0 && fl.geometry.bytes > 0 && end > length)
                 report(fl.field, s.path + "/" + fl.name,
-                       "field " + fl.name + " ends at byte " + n(end) + ", beyond the " + n(length) + " bytes of segment " +
-                           s.name);
+                       "field " + fl.name + " ends at byte " + n(end) + ", beyond the " + n(length) +
+                           " bytes of segment " + s.name);
         }
     }
 }
@@ -158,11 +157,13 @@ void dedbAreas(const DbdFacts& f, Report& report) {
 // The PSB's name and its PCBs' names are 1-8 letters, digits, @, # or $.
 void psbName(const PsbFacts& f, Report& report) {
     if (!validName(f.name))
-        report(f.psb, f.name, "PSB name '" + f.name + "' is not 1 to 8 letters, digits, @, # or $ starting with no digit");
+        report(f.psb, f.name,
+               "PSB name '" + f.name + "' is not 1 to 8 letters, digits, @, # or $ starting with no digit");
     for (const PcbFacts& p : f.pcbs) {
         std::string name = str(p.pcb->_get_strPCBAccessName());
         if (!name.empty() && !validName(name))
-            report(p.pcb, p.path, "PCB name '" + name + "' is not 1 to 8 letters, digits, @, # or $ starting with no digit");
+            report(p.pcb, p.path,
+                   "PCB name '" + name + "' is not 1 to 8 letters, digits, @, # or $ starting with no digit");
     }
 }
 
@@ -219,8 +220,8 @@ void keyLength(const PsbFacts& f, Report& report) {
         for (const SensegFacts& s : p.sensegs) {
             const SegmentFacts* seg = p.dbdFacts->of(s.segment);
             long key = 0;
-            for (int i = seg ? int(seg - p.dbdFacts->segments.data()) : -1, hops = 0;
-                 i >= 0 && hops <= kMaxLevels + 1; i = p.dbdFacts->segments[std::size_t(i)].parent, ++hops)
+            for (int i = seg ? int(seg - p.dbdFacts->segments.data()) : -1, hops = 0; i >= 0 && hops <= kMaxLevels + 1;
+                 i = p.dbdFacts->segments[std::size_t(i)].parent, ++hops)
                 key += p.dbdFacts->segments[std::size_t(i)].keyBytes;
             if (key > longest) longest = key, deepest = s.name;
         }
@@ -302,8 +303,9 @@ const Rule table[] = {
      nullptr},
     {"SEG-SEQ", E, "a segment has at most one sequence field", segSequence, nullptr},
     {"ROOT-SEQ", E, "the root of a HIDAM, HISAM or INDEX database has a unique sequence field", rootSequence, nullptr},
-    {"ROOT-UNKEYED", W, "the root of an HDAM or DEDB database without a sequence field is found by sequential scan only",
-     rootUnkeyed, nullptr},
+    {"ROOT-UNKEYED", W,
+     "the root of an HDAM or DEDB database without a sequence field is found by sequential scan only", rootUnkeyed,
+     nullptr},
     {"HIDAM-INDEX", E, "a HIDAM database names its primary index DBD (LCHILD ...,POINTER=INDX)", hidamIndex, nullptr},
     {"RANDOMIZER", E, "HDAM and DEDB databases name their randomizing module (RMNAME)", randomizer, nullptr},
     {"DEDB-AREAS", E, "a DEDB has areas, each with its size", dedbAreas, nullptr},

@@ -60,10 +60,10 @@ struct SensegFacts {
 
 struct PcbFacts {
     _DSPCB* pcb;
-    std::string path;                 // PSB/PCBNAME, or PSB/PCBn without a name
-    std::string kind;                 // TP, DB or GSAM
-    _DSPCBbased* based = nullptr;     // a DB or GSAM PCB's type
-    _DSDBD* dbd = nullptr;            // the DBD it is based on
+    std::string path;              // PSB/PCBNAME, or PSB/PCBn without a name
+    std::string kind;              // TP, DB or GSAM
+    _DSPCBbased* based = nullptr;  // a DB or GSAM PCB's type
+    _DSDBD* dbd = nullptr;         // the DBD it is based on
     const DbdFacts* dbdFacts = nullptr;
     _DSDBDindex* procseq = nullptr;  // its processing sequence
     std::vector<SensegFacts> sensegs;
@@ -90,7 +90,7 @@ public:
 struct KRMWTARN_API Rule {
     const char* code;
     Severity severity;
-    const char* description;                      // one line, as the README lists it
+    const char* description;                  // one line, as the README lists it
     void (*onDbd)(const DbdFacts&, Report&);  // null for a PSB rule
     void (*onPsb)(const PsbFacts&, Report&);  // null for a DBD rule
 };

@@ -24,10 +24,8 @@ void print(const std::vector<krcheck::Finding>& findings, bool asJson) {
     for (const krcheck::Finding& f : findings) {
         bool error = f.severity == krcheck::Severity::Error;
         errors += error;
-        nlohmann::json j = {{"severity", error ? "error" : "warning"},
-                            {"code", f.code},
-                            {"path", f.path},
-                            {"message", f.message}};
+        nlohmann::json j = {
+            {"severity", error ? "error" : "warning"}, {"code", f.code}, {"path", f.path}, {"message", f.message}};
         if (f.located()) j.update({{"file", f.file}, {"line", f.line}, {"column", f.column}});
         list.push_back(std::move(j));
     }

@@ -157,8 +157,7 @@ int main(int argc, char** argv) {
     checkCommand->footer(
         "Findings: FILE:LINE:COLUMN: error|warning: [CODE] message (the object's path where there is no deck).\n"
         "Exit status: 0 no errors, 1 an error found or bad input, 2 bad usage.");
-    checkCommand->callback(
-        [&] { run = [&] { return krmwtarn::checkDefinitions(checkArgs, checkJson, repoPath); }; });
+    checkCommand->callback([&] { run = [&] { return krmwtarn::checkDefinitions(checkArgs, checkJson, repoPath); }; });
 
     std::vector<std::string> generateDecks;
     bool generateSample = false;
