@@ -14,12 +14,6 @@ _ADObject* farEnd(const ADObject& link, bool ownerIsSource) {
     ADObject* end = ownerIsSource ? l->_get_target() : l->_get_source();
     return end ? end->impl() : nullptr;
 }
-template <class T = _ADObject>
-T* first(DSModelCollection* role, bool ownerIsSource = true) {
-    for (const ADObject& l : *role)
-        if (_ADObject* o = farEnd(l, ownerIsSource)) return static_cast<T*>(o);
-    return nullptr;
-}
 
 std::string organisationOf(_ADObject* access) {
     if (!access) return {};
@@ -33,7 +27,7 @@ std::string organisationOf(_ADObject* access) {
 }  // namespace
 
 DbdFacts::DbdFacts(_DSDBD* d) : dbd(d), name(str(d->_get_strDBDName())) {
-    access = first(d->_get_dliAccess());
+    access = firstFar(d->_get_dliAccess());
     organisation = organisationOf(access);
     segments.reserve(static_cast<std::size_t>(d->_get_segments()->count()));
     for (const ADObject& l : *d->_get_segments()) {
@@ -51,7 +45,7 @@ DbdFacts::DbdFacts(_DSDBD* d) : dbd(d), name(str(d->_get_strDBDName())) {
         segments.push_back(std::move(f));
     }
     for (SegmentFacts& s : segments)
-        if (_ADObject* p = first(s.segment->_get_physicalParent())) {
+        if (_ADObject* p = firstFar(s.segment->_get_physicalParent())) {
             auto it = segmentIndex.find(p);
             if (it != segmentIndex.end()) s.parent = it->second;
         }
@@ -75,13 +69,13 @@ PsbFacts::PsbFacts(_DSPSB* p) : psb(p), name(str(p->_get_strPSBName())) {
         PcbFacts f{pcb, {}, {}, nullptr, nullptr, nullptr, nullptr, {}};
         std::string pcbName = str(pcb->_get_strPCBAccessName());
         f.path = name + "/" + (pcbName.empty() ? "PCB" + std::to_string(number) : pcbName);
-        _ADObject* type = first(pcb->_get_typeOfPCB());
+        _ADObject* type = firstFar(pcb->_get_typeOfPCB());
         if (type && type->isKindOf("DSPCBtp")) {
             f.kind = "TP";
         } else if (type && type->isKindOf("DSPCBbased")) {
             f.based = static_cast<_DSPCBbased*>(type);
             f.kind = type->isKindOf("DSPCBdb") ? "DB" : str(f.based->_get_strPCBtype());
-            f.dbd = first<_DSDBD>(f.based->_get_baseDBD());
+            f.dbd = firstFar<_DSDBD>(f.based->_get_baseDBD());
             if (f.dbd) {
                 auto [it, fresh] = known.emplace(f.dbd, nullptr);
                 if (fresh) {
@@ -93,15 +87,15 @@ PsbFacts::PsbFacts(_DSPSB* p) : psb(p), name(str(p->_get_strPSBName())) {
         }
         if (f.kind == "DB") {
             auto* db = static_cast<_DSPCBdb*>(type);
-            f.procseq = first<_DSDBDindex>(db->_get_procseq());
+            f.procseq = firstFar<_DSDBDindex>(db->_get_procseq());
             std::unordered_map<const _ADObject*, int> index;
             for (const ADObject& sl : *db->_get_senseg()) {
                 auto* s = static_cast<_DSSenSegment*>(farEnd(sl, true));
                 if (!s) continue;
                 index.emplace(s, static_cast<int>(f.sensegs.size()));
-                SensegFacts sf{s, str(s->_get_strSensegName()), {}, first<_DSSegment>(s->_get_targetSegment()), -1, {}};
+                SensegFacts sf{s, str(s->_get_strSensegName()), {}, firstFar<_DSSegment>(s->_get_targetSegment()), -1, {}};
                 sf.path = f.path + "/" + sf.name;
-                if (_ADObject* parent = first(s->_get_parentSenseg())) {
+                if (_ADObject* parent = firstFar(s->_get_parentSenseg())) {
                     auto it = index.find(parent);
                     if (it != index.end()) sf.parent = it->second;
                 }

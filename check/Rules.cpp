@@ -18,15 +18,6 @@ constexpr int kMaxLevels = 15;
 std::string str(const char* s) { return s ? std::string(s) : std::string(); }
 std::string n(long v) { return std::to_string(v); }
 
-template <class T = _ADObject>
-T* firstFar(DSModelCollection* role, bool ownerIsSource = true) {
-    for (const ADObject& l : *role) {
-        auto* link = static_cast<_KRLink*>(l.impl());
-        ADObject* end = ownerIsSource ? link->_get_target() : link->_get_source();
-        if (end && end->impl()) return static_cast<T*>(end->impl());
-    }
-    return nullptr;
-}
 
 bool isRootKeyed(const std::string& org) {
     return org == "HIDAM" || org == "PHIDAM" || org == "HISAM" || org == "SHISAM" || org == "INDEX" || org == "PSINDEX";

@@ -98,6 +98,18 @@ struct KRMWTARN_API Rule {
 // Every rule, DBD rules first, in the order findings are reported.
 KRMWTARN_API std::span<const Rule> rules() noexcept;
 
+// The object at the far end of the first link in `role` whose far end is set:
+// the link's target when the role's owner is its source, else its source.
+template <class T = _ADObject>
+T* firstFar(DSModelCollection* role, bool ownerIsSource = true) {
+    for (const ADObject& l : *role) {
+        auto* link = static_cast<_KRLink*>(l.impl());
+        ADObject* end = ownerIsSource ? link->_get_target() : link->_get_source();
+        if (end && end->impl()) return static_cast<T*>(end->impl());
+    }
+    return nullptr;
+}
+
 // A name of the generation language: 1 to 8 letters, digits, @, # or $, the
 // first not a digit.
 bool validName(const std::string& name) noexcept;
