@@ -34,26 +34,28 @@ std::string Finding::text() const {
     return where + ": " + (severity == Severity::Error ? "error" : "warning") + ": [" + code + "] " + message;
 }
 
-std::vector<Finding> check(_DSDBD* dbd, const krsource::LoadResult* from) {
+namespace {
+// Every rule of one kind (the rule's member `onKind`) over the facts of one definition.
+template <class Facts, class Impl>
+std::vector<Finding> apply(Impl* definition, const krsource::LoadResult* from,
+                           void (*Rule::*onKind)(const Facts&, Report&)) {
     std::vector<Finding> out;
-    DbdFacts facts(dbd);
+    Facts facts(definition);
     for (const Rule& r : rules()) {
-        if (!r.onDbd) continue;
+        if (!(r.*onKind)) continue;
         Collect report(r, from, out);
-        r.onDbd(facts, report);
+        (r.*onKind)(facts, report);
     }
     return out;
 }
+}  // namespace
+
+std::vector<Finding> check(_DSDBD* dbd, const krsource::LoadResult* from) {
+    return apply<DbdFacts>(dbd, from, &Rule::onDbd);
+}
 
 std::vector<Finding> check(_DSPSB* psb, const krsource::LoadResult* from) {
-    std::vector<Finding> out;
-    PsbFacts facts(psb);
-    for (const Rule& r : rules()) {
-        if (!r.onPsb) continue;
-        Collect report(r, from, out);
-        r.onPsb(facts, report);
-    }
-    return out;
+    return apply<PsbFacts>(psb, from, &Rule::onPsb);
 }
 
 std::vector<Finding> check(const krsource::LoadResult& loaded) {

@@ -93,7 +93,8 @@ PsbFacts::PsbFacts(_DSPSB* p) : psb(p), name(str(p->_get_strPSBName())) {
                 auto* s = static_cast<_DSSenSegment*>(farEnd(sl, true));
                 if (!s) continue;
                 index.emplace(s, static_cast<int>(f.sensegs.size()));
-                SensegFacts sf{s, str(s->_get_strSensegName()), {}, firstFar<_DSSegment>(s->_get_targetSegment()), -1, {}};
+                SensegFacts sf{s, str(s->_get_strSensegName()), {}, firstFar<_DSSegment>(s->_get_targetSegment()), -1,
+                               {}};
                 sf.path = f.path + "/" + sf.name;
                 if (_ADObject* parent = firstFar(s->_get_parentSenseg())) {
                     auto it = index.find(parent);

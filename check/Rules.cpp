@@ -18,7 +18,6 @@ constexpr int kMaxLevels = 15;
 std::string str(const char* s) { return s ? std::string(s) : std::string(); }
 std::string n(long v) { return std::to_string(v); }
 
-
 bool isRootKeyed(const std::string& org) {
     return org == "HIDAM" || org == "PHIDAM" || org == "HISAM" || org == "SHISAM" || org == "INDEX" || org == "PSINDEX";
 }
