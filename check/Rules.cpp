@@ -142,6 +142,15 @@ void dedbAreas(const DbdFacts& f, Report& report) {
     if (!areas) report(f.dbd, f.name, "DEDB " + f.name + " has no areas (AREA statements)");
 }
 
+// Each segment of a logical DBD names its source segments (SOURCE).
+void logicalSource(const DbdFacts& f, Report& report) {
+    if (f.organisation != "LOGICAL") return;
+    for (const SegmentFacts& s : f.segments)
+        if (!s.segment->isKindOf("DSSegmentLogical") ||
+            !static_cast<_DSSegmentLogical*>(s.segment)->_get_sourceSegments()->count())
+            report(s.segment, s.path, "segment " + s.name + " of logical DBD " + f.name + " names no source (SOURCE)");
+}
+
 // ---- PSB rules ----
 
 // The PSB's name and its PCBs' names are 1-8 letters, digits, @, # or $.
@@ -299,6 +308,7 @@ const Rule table[] = {
     {"HIDAM-INDEX", E, "a HIDAM database names its primary index DBD (LCHILD ...,POINTER=INDX)", hidamIndex, nullptr},
     {"RANDOMIZER", E, "HDAM and DEDB databases name their randomizing module (RMNAME)", randomizer, nullptr},
     {"DEDB-AREAS", E, "a DEDB has areas, each with its size", dedbAreas, nullptr},
+    {"LOGICAL-SOURCE", E, "each segment of a logical DBD names its source segments (SOURCE)", logicalSource, nullptr},
     {"PSB-NAME", E, "the PSB's and its PCBs' names are 1 to 8 letters, digits, @, # or $, not starting with a digit",
      nullptr, psbName},
     {"TP-FIRST", W, "TP PCBs come before the database and GSAM PCBs", nullptr, tpFirst},
