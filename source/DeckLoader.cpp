@@ -108,7 +108,7 @@ private:
         bool made = DSRegistrar::count() > before;
         if (made) {
             made_.emplace_back(h.impl());
-            places_.emplace(h.impl(), here_);
+            places_.emplace_back(h.impl(), here_);
         }
         if (existed) *existed = !made;
         return h;
@@ -244,7 +244,7 @@ private:
     std::vector<ADObject> madeLinks_;
     std::vector<std::function<void()>> deferred_;
     Location here_;  // the statement being read: where what obtain() makes comes from
-    std::unordered_map<const _ADObject*, Location> places_;
+    std::vector<std::pair<const _ADObject*, Location>> places_;
     std::unordered_map<std::string, _ADObject*> segments_;
     std::vector<PsbGroup> psbs_;
     std::vector<DSDBD> loadedDbds_;
