@@ -12,22 +12,24 @@
 #include <sstream>
 
 namespace {
-// A DBD and a PSB over it that break no rule: HDAM with its randomizer, a
-// keyed root, three levels; a TP PCB first, a DB PCB sensitive to every level.
+// A DBD and a PSB over it that break no rule, each at the edge where it could:
+// HDAM with its randomizer, a keyed root, three levels, a field and a SENFLD
+// ending on the segment's last byte, an 8-character name, KEYLEN the exact
+// concatenated key; a TP PCB first, a DB PCB sensitive to every level.
 const std::string kDbd =
     "         DBD   NAME=BASEDBD,ACCESS=HDAM,RMNAME=(DFSHDC40,1,10)\n"
     "         SEGM  NAME=ROOT,PARENT=0,BYTES=20\n"
     "         FIELD NAME=(KEY,SEQ,U),START=1,BYTES=6\n"
-    "         FIELD NAME=TEXT,START=7,BYTES=10\n"
+    "         FIELD NAME=TEXT,START=7,BYTES=14\n"
     "         SEGM  NAME=CHILD,PARENT=ROOT,BYTES=20\n"
-    "         FIELD NAME=(CKEY,SEQ,U),START=1,BYTES=4\n"
+    "         FIELD NAME=(CKEY@#$8,SEQ,U),START=1,BYTES=4\n"
     "         SEGM  NAME=GRAND,PARENT=CHILD,BYTES=20\n"
     "         DBDGEN\n";
 const std::string kPsb =
     "         PCB   TYPE=TP,NAME=OUT\n"
     "         PCB   TYPE=DB,DBDNAME=BASEDBD,PROCOPT=G,KEYLEN=10,PCBNAME=P1\n"
     "         SENSEG NAME=ROOT,PARENT=0\n"
-    "         SENFLD NAME=TEXT,START=1\n"
+    "         SENFLD NAME=TEXT,START=7\n"
     "         SENSEG NAME=CHILD,PARENT=ROOT\n"
     "         SENSEG NAME=GRAND,PARENT=CHILD\n"
     "         PSBGEN LANG=COBOL,PSBNAME=BASEPSB\n";
@@ -76,10 +78,10 @@ std::map<std::string, Trigger> triggers() {
     hospital.push_back(
         {"hospital.psb", replaced(readFile(decks + "/hospital.psb"), "PROCSEQ=NAMEIDX", "PROCSEQ=HOSPIDX")});
     return {
-        {"NAME-FORM", dbd(replaced(kDbd, "NAME=(CKEY,", "NAME=(CKEYLONGER,"), "CKEYLONGER")},
+        {"NAME-FORM", dbd(replaced(kDbd, "NAME=(CKEY@#$8,", "NAME=(CKEY@#$89,"), "CKEY@#$89")},
         {"SEG-LEVELS", {{{"deep.dbd", sixteenLevels()}}, "deep.dbd", "NAME=S16"}},
         {"SEG-ROOT", dbd(replaced(kDbd, "NAME=GRAND,PARENT=CHILD", "NAME=GRAND,PARENT=0"), "NAME=GRAND")},
-        {"FLD-RANGE", dbd(replaced(kDbd, "NAME=TEXT,START=7,BYTES=10", "NAME=TEXT,START=7,BYTES=15"), "NAME=TEXT")},
+        {"FLD-RANGE", dbd(replaced(kDbd, "NAME=TEXT,START=7,BYTES=14", "NAME=TEXT,START=7,BYTES=15"), "NAME=TEXT")},
         {"SEG-SEQ", dbd(replaced(kDbd, "NAME=TEXT,", "NAME=(TEXT,SEQ,M),"), "NAME=(TEXT")},
         {"ROOT-SEQ", dbd(replaced(replaced(kDbd, "ACCESS=HDAM,RMNAME=(DFSHDC40,1,10)", "ACCESS=HISAM"),
                                   "NAME=(KEY,SEQ,U)", "NAME=KEY"),
@@ -99,14 +101,14 @@ std::map<std::string, Trigger> triggers() {
                                   "         PCB   TYPE=TP,NAME=OUT\n         PSBGEN"),
                          "TYPE=TP")},
         {"SENSEG-ROOT",
-         psb(replaced(replaced(kPsb, "         SENSEG NAME=ROOT,PARENT=0\n         SENFLD NAME=TEXT,START=1\n", ""),
+         psb(replaced(replaced(kPsb, "         SENSEG NAME=ROOT,PARENT=0\n         SENFLD NAME=TEXT,START=7\n", ""),
                       "NAME=CHILD,PARENT=ROOT", "NAME=CHILD,PARENT=0"),
              "NAME=CHILD")},
         {"SENSEG-PARENT", psb(replaced(kPsb, "NAME=GRAND,PARENT=CHILD", "NAME=GRAND,PARENT=ROOT"), "NAME=GRAND")},
         {"PCB-KEYLEN", psb(replaced(kPsb, "KEYLEN=10", "KEYLEN=9"), "KEYLEN=9")},
         {"PROCOPT", psb(replaced(kPsb, "PROCOPT=G,", "PROCOPT=GZ,"), "PROCOPT=GZ")},
         {"PROCSEQ-INDEX", {hospital, "hospital.psb", "KEYLEN=38"}},  // the PCB's first card
-        {"SENFLD-FIT", psb(replaced(kPsb, "NAME=TEXT,START=1", "NAME=TEXT,START=12"), "NAME=TEXT")},
+        {"SENFLD-FIT", psb(replaced(kPsb, "NAME=TEXT,START=7", "NAME=TEXT,START=8"), "NAME=TEXT")},
     };
 }
 
