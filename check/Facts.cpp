@@ -49,13 +49,15 @@ DbdFacts::DbdFacts(_DSDBD* d) : dbd(d), name(str(d->_get_strDBDName())) {
             auto it = segmentIndex.find(p);
             if (it != segmentIndex.end()) s.parent = it->second;
         }
-    // Levels: a parent's level plus one, bounded so that a cycle of parents ends.
+    // Levels and concatenated keys along the parents, bounded so that a cycle
+    // of parents ends.
     for (SegmentFacts& s : segments) {
-        int depth = 1;
-        for (int p = s.parent; p >= 0 && depth <= static_cast<int>(segments.size());
-             p = segments[std::size_t(p)].parent)
-            ++depth;
-        s.depth = depth;
+        s.concatenatedKey = s.keyBytes;
+        for (int p = s.parent; p >= 0 && s.depth <= static_cast<int>(segments.size());
+             p = segments[std::size_t(p)].parent) {
+            ++s.depth;
+            s.concatenatedKey += segments[std::size_t(p)].keyBytes;
+        }
     }
 }
 

@@ -218,11 +218,11 @@ void keyLength(const PsbFacts& f, Report& report) {
         std::string deepest;
         for (const SensegFacts& s : p.sensegs) {
             const SegmentFacts* seg = p.dbdFacts->of(s.segment);
-            long key = 0;
-            for (int i = seg ? int(seg - p.dbdFacts->segments.data()) : -1, hops = 0; i >= 0 && hops <= kMaxLevels + 1;
-                 i = p.dbdFacts->segments[std::size_t(i)].parent, ++hops)
-                key += p.dbdFacts->segments[std::size_t(i)].keyBytes;
-            if (key > longest) longest = key, deepest = s.name;
+            long key = seg ? seg->concatenatedKey : 0;
+            if (key > longest) {
+                longest = key;
+                deepest = s.name;
+            }
         }
         long given = static_cast<_DSPCBdb*>(p.based)->_get_keyLength();
         if (given < longest)

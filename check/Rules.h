@@ -32,7 +32,8 @@ struct SegmentFacts {
     int parent = -1;   // index of the physical parent; -1 for a root
     int depth = 1;     // the root is at level 1
     std::vector<FieldFacts> fields;
-    long keyBytes = 0;  // the length of its sequence field, 0 without one
+    long keyBytes = 0;         // the length of its sequence field, 0 without one
+    long concatenatedKey = 0;  // the key lengths of it and every segment above it
 };
 
 struct DbdFacts {
