@@ -9,6 +9,7 @@
 
 #include <krmwtarn/source/DeckLoader.h>
 #include <krmwtarn/source/DeckWriter.h>
+#include "bench/LargestDecks.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -16,49 +17,7 @@
 #include <vector>
 
 namespace {
-
-constexpr int kSegments = 255, kLevels = 15, kFields = 1000;
-constexpr int kPCBs = 2500, kSensegs = 30000, kSenflds = 10000;
-const char* const kVersion = "BENCH";
-
-int parentOf(int i) { return i < kLevels ? i - 1 : i % (kLevels - 1); }
-// SENSEG i belongs to PCB i % kPCBs and maps segment i % kSegments (distinct
-// within a PCB); SENFLD i belongs to SENSEG 3i and names that segment's first field.
-int senfldSenseg(int i) { return 3 * i; }
-
-std::string name(char prefix, int i) { return prefix + std::to_string(i); }
-
-std::vector<krsource::Deck> largestDecks() {
-    std::vector<std::vector<std::string>> fieldsOf(kSegments);
-    for (int f = 0; f < kFields; ++f) fieldsOf[f % kSegments].push_back(name('F', f));
-    std::string text;
-    auto add = [&](const std::string& op, const std::vector<std::string>& operands) {
-        for (const std::string& c : krsource::formatStatement("", op, operands)) text += c + "\n";
-    };
-    add("DBD", {"NAME=BIGDBD", "ACCESS=HISAM"});
-    for (int s = 0; s < kSegments; ++s) {
-        std::vector<std::string> ops = {"NAME=" + name('S', s), "BYTES=100"};
-        if (s > 0) ops.push_back("PARENT=" + name('S', parentOf(s)));
-        add("SEGM", ops);
-        for (const std::string& f : fieldsOf[s]) add("FIELD", {"NAME=" + f, "START=1", "BYTES=4"});
-    }
-    add("DBDGEN", {});
-    krsource::Deck dbdDeck{"BIGDBD.dbd", text};
-    text.clear();
-    std::vector<std::vector<int>> sensegsOf(kPCBs);
-    for (int i = 0; i < kSensegs; ++i) sensegsOf[i % kPCBs].push_back(i);
-    std::vector<int> senfldOf(kSensegs, -1);
-    for (int i = 0; i < kSenflds; ++i) senfldOf[senfldSenseg(i)] = i;
-    for (int p = 0; p < kPCBs; ++p) {
-        add("PCB", {"TYPE=DB", "DBDNAME=BIGDBD", "PROCOPT=G", "PCBNAME=" + name('P', p)});
-        for (int i : sensegsOf[p]) {
-            add("SENSEG", {"NAME=" + name('S', i % kSegments)});
-            if (senfldOf[i] >= 0) add("SENFLD", {"NAME=" + name('F', i % kSegments), "START=1"});
-        }
-    }
-    add("PSBGEN", {"PSBNAME=BIGPSB"});
-    return {dbdDeck, {"BIGPSB.psb", text}};
-}
+using namespace largest;
 
 template <class H>
 H named(const std::string& id) {
@@ -98,6 +57,14 @@ void buildThroughInterface() {
         fields.back()->_set_strFieldName(n.c_str(), omStore);
         DSSegment plain(seg.operator->());
         DSHasField(&plain, &fields.back(), 1);
+        // START=1,BYTES=4: the data item and its type definition.
+        auto item = named<DSDataItem>(fields.back()->objID());
+        auto def = named<DSSimpleTypeDef>(fields.back()->objID());
+        item->_set_offset(1, omStore);
+        def->_set_length(4, omStore);
+        def->_set_dataType("C", omStore);
+        DSMakesUseOf(&fields.back(), &item, 1);
+        DSLinkDataItm2DataDef(&item, &def, 1);
     }
     auto psb = named<DSPSB>("BIGPSB");
     psb->_set_strPSBName("BIGPSB", omStore);

@@ -8,7 +8,9 @@
 #include <krmwtarn/source/DeckLoader.h>
 
 #include <krmwtarn/source/Cards.h>
+#include <krmwtarn/source/FieldGeometry.h>
 
+#include <cctype>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -26,6 +28,11 @@ bool LoadResult::ok() const noexcept {
     for (const Diagnostic& d : diagnostics)
         if (d.severity == Severity::Error) return false;
     return true;
+}
+
+const Place* LoadResult::placeOf(const _ADObject* object) const {
+    auto it = places.find(object);
+    return it == places.end() ? nullptr : &it->second;
 }
 
 namespace {
@@ -88,7 +95,9 @@ public:
     void readDeck(const std::string& file, const std::vector<Statement>& statements);
     void resolve();
     void undo();
-    void keep(LoadResult& result);
+    // Hands the loaded definitions over, with the places of what was made
+    // (the Locations point into `files`).
+    void keep(LoadResult& result, const std::vector<std::string>& files);
 
 private:
     // ---- identities and undo ----
@@ -99,7 +108,10 @@ private:
         std::size_t before = DSRegistrar::count();
         H h(version_.c_str(), id.c_str(), 1);
         bool made = DSRegistrar::count() > before;
-        if (made) made_.emplace_back(h.impl());
+        if (made) {
+            made_.emplace_back(h.impl());
+            places_.emplace_back(h.impl(), here_);
+        }
         if (existed) *existed = !made;
         return h;
     }
@@ -233,6 +245,8 @@ private:
     std::vector<ADObject> made_;
     std::vector<ADObject> madeLinks_;
     std::vector<std::function<void()>> deferred_;
+    Location here_;  // the statement being read: where what obtain() makes comes from
+    std::vector<std::pair<const _ADObject*, Location>> places_;
     std::unordered_map<std::string, _ADObject*> segments_;
     std::vector<PsbGroup> psbs_;
     std::vector<DSDBD> loadedDbds_;
@@ -817,16 +831,11 @@ void Loader::fieldStatement(const Statement& st) {
             diags_.error(nv.item(i)->at, "FIELD NAME: SEQ, U or M is expected, not '" + w + "'");
     }
     if (unique && !seq) diags_.error(nv.at, "FIELD NAME: U or M only follow SEQ");
-    // START, BYTES and TYPE are checked; the model keeps the field's geometry
-    // in the dictionary's data item, which decks do not name.
-    number("FIELD", ops["START"], ops["START"] ? &ops["START"]->value : nullptr, 1, 32767);
-    number("FIELD", ops["BYTES"], ops["BYTES"] ? &ops["BYTES"]->value : nullptr, 1, 32767);
-    if (ops["START"] || ops["BYTES"] || ops["TYPE"])
-        diags_.warning((ops["START"]   ? ops["START"]
-                        : ops["BYTES"] ? ops["BYTES"]
-                                       : ops["TYPE"])
-                           ->at,
-                       "FIELD " + name + ": START, BYTES and TYPE have no place in the model; not kept");
+    auto start = number("FIELD", ops["START"], ops["START"] ? &ops["START"]->value : nullptr, 1, 32767);
+    auto bytes = number("FIELD", ops["BYTES"], ops["BYTES"] ? &ops["BYTES"]->value : nullptr, 1, 32767);
+    std::string type = ops["TYPE"] ? text(ops["TYPE"], &ops["TYPE"]->value) : std::string();
+    if (type.size() > 1 || (!type.empty() && !std::isalpha(static_cast<unsigned char>(type[0]))))
+        diags_.error(ops["TYPE"]->value.at, "FIELD TYPE: one letter is expected, not '" + type + "'");
     if (++d_.fields > kMaxFields)
         return diags_.error(st.at, "FIELD: a DBD holds at most " + std::to_string(kMaxFields) + " fields");
     auto* segImpl = d_.segment.impl();
@@ -840,6 +849,16 @@ void Loader::fieldStatement(const Statement& st) {
     guarded(st.at, "FIELD", [&] {
         auto seg = as<DSSegment>(segImpl);
         link<DSHasField>(&seg, &f);
+        // The geometry lives in the data item the field uses (its offset) and
+        // in the item's type definition (length and type), both named as the field.
+        if (!start && !bytes && type.empty()) return;
+        auto item = obtain<DSDataItem>("DSDataItem", id);
+        auto def = obtain<DSSimpleTypeDef>("DSSimpleTypeDef", id);
+        item->_set_offset(start.value_or(0), omStore);
+        def->_set_length(bytes.value_or(0), omStore);
+        def->_set_dataType(type.empty() ? kDefaultFieldType : type.c_str(), omStore);
+        link<DSMakesUseOf>(&f, &item);
+        link<DSLinkDataItm2DataDef>(&item, &def);
     });
 }
 
@@ -1030,7 +1049,7 @@ void Loader::readDeck(const std::string& file, const std::vector<Statement>& sta
     PsbGroup psb;
     Location lastAt{&file, 0, 0};
     for (const Statement& st : statements) {
-        lastAt = st.at;
+        lastAt = here_ = st.at;
         const std::string& op = st.operation;
         if (isDirective(op)) continue;
         if (isUnmodelled(op)) {
@@ -1115,6 +1134,7 @@ void Loader::resolve() {
 
 void Loader::buildPsb(const PsbGroup& group) {
     const Statement& gen = *group.psbgen;
+    here_ = gen.at;
     Operands ops(
         gen,
         {"PSBNAME", "LANG", "CMPAT", "IOASIZE", "SSASIZE", "IOEROPN", "LOCKMAX", "MAXQ", "OLIC", "HPSBNAME", "WRTOP"},
@@ -1170,6 +1190,7 @@ void Loader::buildPsb(const PsbGroup& group) {
     std::string sensegName;
     for (const Statement* stp : group.statements) {
         const Statement& st = *stp;
+        here_ = st.at;
         if (st.operation == "PCB") {
             errorsAtOpener_ = diags_.errorCount();
             Operands p(st,
@@ -1402,13 +1423,19 @@ void Loader::undo() {
     held.clear();
     madeLinks_.clear();
     made_.clear();
+    places_.clear();
     loadedDbds_.clear();
     loadedPsbs_.clear();
 }
 
-void Loader::keep(LoadResult& result) {
+void Loader::keep(LoadResult& result, const std::vector<std::string>& files) {
     result.dbds = std::move(loadedDbds_);
     result.psbs = std::move(loadedPsbs_);
+    result.files = files;
+    result.places.reserve(places_.size());
+    for (const auto& [object, at] : places_)
+        result.places.emplace(object, Place{static_cast<int>(at.file - files.data()), at.line, at.column});
+    places_.clear();
     madeLinks_.clear();
     made_.clear();
 }
@@ -1434,7 +1461,7 @@ LoadResult loadDecks(const std::vector<Deck>& decks, const char* version) {
         if (diags.hasErrors())
             loader.undo();
         else
-            loader.keep(result);
+            loader.keep(result, names);
     }
     result.diagnostics = diags.take();
     return result;

@@ -11,7 +11,9 @@
 
 #include <krmwtarn/krmwtarn.h>
 
+#include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace krsource {
@@ -24,11 +26,24 @@ struct KRMWTARN_API Deck {
     std::string bytes;  // the deck as read
 };
 
+// Where a loaded object was made: the deck (an index into LoadResult::files),
+// card and column of its statement.
+struct KRMWTARN_API Place {
+    int file = 0;
+    int line = 0;
+    int column = 0;
+};
+
 struct KRMWTARN_API LoadResult {
     std::vector<Diagnostic> diagnostics;  // in reading order
     std::vector<DSDBD> dbds;              // the loaded definitions, in deck order
     std::vector<DSPSB> psbs;
-    bool ok() const noexcept;  // no error among the diagnostics
+    std::vector<std::string> files;                      // the decks' names, as messages give them
+    std::unordered_map<const _ADObject*, Place> places;  // every object the load made, by its statement
+    bool ok() const noexcept;                            // no error among the diagnostics
+    // The statement that made `object`, or nothing for an object the load did
+    // not make (one that was there before, or a link).
+    const Place* placeOf(const _ADObject* object) const;
 };
 
 // Reads the decks into the repository, in `version`. Identities follow the

@@ -4,6 +4,8 @@
 // is how the loader reads an absent operand.
 #include <krmwtarn/source/DeckWriter.h>
 
+#include <krmwtarn/source/FieldGeometry.h>
+
 #include <cctype>
 #include <string_view>
 
@@ -248,6 +250,10 @@ void segmentStatements(Deck& deck, _DSDBD* dbd, _ADObject* s) {
         fo.add("NAME", field->_get_sequenceField()
                            ? list({name, "SEQ", field->_get_uniqueSequence() ? "U" : "M"}, false)
                            : name);
+        FieldGeometry g = fieldGeometry(field);
+        fo.add("START", num(g.start));
+        fo.add("BYTES", num(g.bytes));
+        if (g.type != kDefaultFieldType) fo.add("TYPE", val(g.type));
         deck.statement("", "FIELD", fo);
     }
 

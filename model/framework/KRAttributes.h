@@ -9,6 +9,7 @@
 
 #include <krmwtarn/model/framework/Catalogue.h>
 #include <krmwtarn/platform/repository/ADObject.h>
+#include <krmwtarn/platform/repository/ADSetRule.h>
 
 #include <cstdint>
 #include <cstdlib>
@@ -83,29 +84,22 @@ inline void setBit(unsigned char* bits, int row, bool on) noexcept {
     bits[row / 8] = static_cast<unsigned char>(on ? (bits[row / 8] | mask) : (bits[row / 8] & ~mask));
 }
 
-// The tail of every setter, of an attribute or of a link end: the change bit
-// is set on 4 and cleared on 8 through `mark`, then a store (1) or a set bit
-// (4) is notified under the row's name.
+// The tail of every setter, of an attribute or of a link end (ADSetRule.h).
 template <class Mark>
 void finishSet(_ADObject* self, omSetProcessing how, const char* name, Mark mark) {
-    if (how & omSetChanged) mark(true);
-    if (how & omClearChanged) mark(false);
-    if (how & (omStore | omSetChanged)) self->processNotification(name);
+    adFinishSet(self, how, name, mark);
 }
 
-// The setter rule of every attribute. A name attribute (flag 0x80004) stores
-// and notifies but never touches its own change bit.
+// The setter rule of every attribute (ADSetRule.h). A name attribute (flag
+// 0x80004) stores and notifies but never touches its own change bit.
 template <class Tr>
 void setAttribute(_ADObject* self, unsigned char* bits, int row, typename Tr::storage& slot, typename Tr::arg value,
                   omSetProcessing how, bool nameAttribute, const char* name) {
-    if ((how & omKeepChanged) && bitSet(bits, row)) return;
-    if (how & omStore) {
-        if (Tr::equals(slot, value)) return;
-        Tr::assign(slot, value);
-    }
-    finishSet(self, how, name, [&](bool on) {
-        if (!nameAttribute) setBit(bits, row, on);
-    });
+    adSetAttribute(
+        self, how, bitSet(bits, row), name, [&] { return Tr::equals(slot, value); }, [&] { Tr::assign(slot, value); },
+        [&](bool on) {
+            if (!nameAttribute) setBit(bits, row, on);
+        });
 }
 
 // The row of an own table whose name matches, in table order; -1 if none.

@@ -2,6 +2,7 @@
 // links without attributes of their own, the attribute table of its two ends.
 #include <krmwtarn/model/links/DSLinks.h>
 
+#include <cstring>
 #include <new>
 
 #define KR_LINK_COMMON(C, S, SR, T, TR, SF, TF)                                                                   \
@@ -43,6 +44,29 @@
 #define KR_LINK_OPS(...) KR_LINK_TABLE(__VA_ARGS__) KR_LINK_COMMON(__VA_ARGS__)
 #define KR_LINK_ROWS(...) KR_LINK_COMMON(__VA_ARGS__)
 #include <krmwtarn/model/links/links.def>
+
+// The dictionary's link from a data item to its type definition, by the same
+// pattern; its ends and roles are its row of DictionaryLinks.def.
+KR_LINK_TABLE(DSLinkDataItm2DataDef)
+KR_LINK_COMMON(DSLinkDataItm2DataDef, DSDataItem, dataDef, DSSimpleTypeDef, dataItems, 0, 0)
+
+namespace {
+_classStruct madeLinks[] = {
+    {"DSLinkDataItm2DataDef", "ADLink", _DSLinkDataItm2DataDef::krTable},
+    {nullptr, nullptr, nullptr},
+};
+ADObject* makeDictionaryLink(const char* className, const char* context, const char* objID) {
+    if (className && std::strcmp(className, "DSLinkDataItm2DataDef") == 0)
+        return new (std::nothrow) DSLinkDataItm2DataDef(context, objID, 1);
+    return nullptr;
+}
+[[maybe_unused]] DSRegistration& registeredAtLoad = DSDictionary_madeLinks();
+}  // namespace
+
+DSRegistration& DSDictionary_madeLinks() {
+    static DSRegistration record(makeDictionaryLink, madeLinks, "krmwsdd-links");
+    return record;
+}
 
 DSmacro& _DSIndex::writeINDEX() { return DSmacro::empty(); }
 DSmacro& _DSIndex::writeLCHILD() { return DSmacro::empty(); }

@@ -43,3 +43,5 @@
 #define KR_LINK_OPS(C, S, SR, T, TR, SF, TF)
 #define KR_LINK_ROWS(C, S, SR, T, TR, SF, TF)
 #include <krmwtarn/model/links/links.def>
+
+#include <krmwtarn/model/links/DSTypeDefLink.h>

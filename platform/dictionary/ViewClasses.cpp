@@ -43,28 +43,15 @@ constinit ADAttributeEntry dataElement[] = {
     attribute("scale", "short", 2, 8),
     {},
 };
-constinit ADAttributeEntry simpleTypeDef[] = {
-    role("DSLinkDataItm2DataDef", "dataItems", "DSSimpleTypeDef"),
-    attribute("dataType", "string", 4, 9),
-    attribute("defaultValue", "string", 4, 10),
-    attribute("length", "long", 4, 11),
-    attribute("maxValue", "string", 4, 12),
-    attribute("minValue", "string", 4, 13),
-    attribute("picture", "string", 4, 14),
-    attribute("scale", "short", 2, 15),
-    attribute("signed", "boolean", 4, 16),
-    attribute("usage", "string", 4, 17),
-    {},
-};
 constinit ADAttributeEntry structureDef[] = {
     role("DSLinkDataStrc2StrctDef", "dataStructures", "DSStructureDef"),
     attribute("length", "long", 4, 18),
     attribute("structureType", "string", 4, 19),
     {},
 };
-// A data item's type definition, its shared definition (a data element or a
-// data structure) and that definition's alias; a structure's definition.
-constinit ADAttributeEntry itemToDataDef[] = {KR_END_ROWS("DSLinkDataItm2DataDef", 20), {}};
+// A data item's shared definition (a data element or a data structure) and
+// that definition's alias; a structure's definition. (A data item's type
+// definition and its link are made objects: DSDictionary.h and the model.)
 constinit ADAttributeEntry itemToSdd[] = {KR_END_ROWS("DSLinkDataItm2SDD", 22), {}};
 constinit ADAttributeEntry itemToSddAlias[] = {KR_END_ROWS("DSLinkDataItm2SDDAlias", 24), {}};
 constinit ADAttributeEntry structureToDef[] = {KR_END_ROWS("DSLinkDataStrc2StrctDef", 26), {}};
@@ -73,11 +60,9 @@ constinit ADAttributeEntry structureToDef[] = {KR_END_ROWS("DSLinkDataStrc2Strct
 _classStruct viewClasses[] = {
     {"ADAnnotationText", "ADObject", annotationText},
     {"DSDataElement", "KVPart", dataElement},
-    {"DSSimpleTypeDef", "KVPart", simpleTypeDef},
     {"DSStructureDef", "KVPart", structureDef},
     {"ADLinkADAnnotObj2AnnotTxt", "ADLink", annotationLink},
     {"ADLinkKVPartDependsOnKVPart", "ADLink", dependencyLink},
-    {"DSLinkDataItm2DataDef", "ADLink", itemToDataDef},
     {"DSLinkDataItm2SDD", "ADLink", itemToSdd},
     {"DSLinkDataItm2SDDAlias", "ADLink", itemToSddAlias},
     {"DSLinkDataStrc2StrctDef", "ADLink", structureToDef},

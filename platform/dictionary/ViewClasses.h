@@ -1,8 +1,8 @@
 // ViewClasses.h — class descriptions of the data-dictionary and annotation
 // classes that only the views name: annotation texts and their link, the
 // dependency link between parts, data elements (their aliases are dictionary
-// classes, DSDictionary.h), type and structure definitions and the
-// dictionary's own links to them.
+// classes, DSDictionary.h), structure definitions and the dictionary's own
+// links to them (a data item's type definition is a made class).
 #pragma once
 
 #include <krmwtarn/platform/common/Export.h>

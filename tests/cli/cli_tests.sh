@@ -9,7 +9,7 @@ case_name="$1" tool="$2" build_dir="$3" version="$4"
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 
-commands=(demo expand export import graph diagram views view classes class links help)
+commands=(demo expand export import graph diagram views view classes class links check help)
 
 fail() {
     echo "FAIL [$case_name]: $*" >&2
@@ -53,6 +53,34 @@ case_help_for_each_command() {
     done
     check 0 demo -h
     expect_out "Usage: krmwtarn demo"
+}
+
+# check: findings as FILE:LINE:COLUMN (or the object's path), exit 1 on errors
+# only, --json, a repository's definitions by name.
+case_check_findings_and_exit_status() {
+    local decks
+    decks="$(cd "$(dirname "${BASH_SOURCE[0]}")/../source/decks" && pwd)"
+    check 0 check "$decks"/*.dbd "$decks"/*.psb
+    expect_no_out
+    check 0 check
+    expect_out "HOSPPSB/ALTPCB: warning: [TP-FIRST] TP PCB follows database PCB HOSPPSB/HOSPPCB; TP PCBs come first"
+    printf '%s\n' "         DBD   NAME=BADDBD,ACCESS=HDAM" "         SEGM  NAME=ROOT,PARENT=0,BYTES=10" \
+        "         DBDGEN" >"$work/bad.dbd"
+    check 1 check "$work/bad.dbd"
+    expect_out "$work/bad.dbd:1:10: error: [RANDOMIZER] HDAM database BADDBD names no randomizing module (RMNAME)"
+    expect_out "$work/bad.dbd:2:10: warning: [ROOT-UNKEYED] root segment ROOT has no sequence field"
+    check 1 check "$work/bad.dbd" --json
+    expect_out '"code": "RANDOMIZER"'
+    expect_out '"line": 1'
+    expect_out '"errors": 1'
+    check 1 check "$work/none.dbd"
+    expect_err "$work/none.dbd:0:0: error: cannot read the deck"
+    check 2 check --bogus
+    check 0 --repo "$work/r.db" sample
+    check 0 --repo "$work/r.db" check HOSPDBD HOSPPSB
+    expect_out "HOSPPSB/ALTPCB: warning: [TP-FIRST]"
+    check 1 --repo "$work/r.db" check NOSUCH
+    expect_err "krmwtarn check: the repository has no DBD or PSB named 'NOSUCH'"
 }
 
 case_version() {

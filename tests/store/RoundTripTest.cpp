@@ -1,9 +1,14 @@
 // RoundTripTest.cpp — the sample and the largest model stored and retrieved:
 // in one process and by a second process, every role's order and every value
-// back exactly (the export documents are equal). Each test runs on an SQLite
+// back exactly (the export documents are equal); loaded decks with their
+// fields' geometry. Each test runs on an SQLite
 // file and on a PostgreSQL server.
+#include <krmwtarn/source/DeckLoader.h>
 #include <krmwtarn/store/Repository.h>
+#include "tests/source/Geometries.h"
 #include "tests/store/StoreTestSupport.h"
+
+#include <cstring>
 
 TEST_P(StoreTest, SampleRoundTripInOneProcess) {
     nlohmann::json before;
@@ -119,3 +124,27 @@ TEST_P(StoreTest, HundredDefinitionsInThirteenVersions) {
 }
 
 STORE_ON_BOTH_BACKENDS(StoreTest);
+
+// A field's geometry lives in dictionary objects that its DBD's unit holds (the
+// field controls its data item, the item its type definition): stored with the
+// DBD and retrieved with it.
+TEST_P(StoreTest, LoadedDecksKeepTheirFieldGeometry) {
+    std::map<std::string, std::string> before;
+    {
+        krsource::LoadResult r = krsource::loadDeckFiles(
+            {std::string(KRMWTARN_DECKS_DIR) + "/hospital.dbd", std::string(KRMWTARN_DECKS_DIR) + "/hospidx.dbd",
+             std::string(KRMWTARN_DECKS_DIR) + "/nameidx.dbd", std::string(KRMWTARN_DECKS_DIR) + "/hosplog.dbd"});
+        ASSERT_TRUE(r.ok());
+        before = decktest::geometries(r.dbds);
+        ASSERT_FALSE(before.empty());
+        open()->storeAll();
+    }
+    DSRegistrar::releaseAll();
+    auto r = open();
+    r->retrieveAll();
+    std::vector<DSDBD> dbds;
+    DSRegistrar::forEach([&](_ADObject* o) {
+        if (!std::strcmp(o->whoAmI(), "DSDBD")) dbds.emplace_back(static_cast<_DSDBD*>(o));
+    });
+    EXPECT_EQ(decktest::geometries(dbds), before);
+}

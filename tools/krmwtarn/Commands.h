@@ -25,6 +25,9 @@ int exportDefinitions(const std::string& file, const std::vector<std::string>& d
 // FILE "-" is standard input; with asJson the imported repository is printed
 // as documents again instead of a count.
 int importDocuments(const std::string& file, bool asJson, const std::string& repo = {});
+// Checks the definitions of the decks ARGS, or with REPO the repository's (all,
+// or the DBDs and PSBs ARGS names), or the sample; exit 1 on any error finding.
+int checkDefinitions(const std::vector<std::string>& args, bool asJson, const std::string& repo);
 int graph(const std::optional<std::string>& root, const std::vector<std::string>& decks, const std::string& repo);
 // DBDs, PSBs and PCBs by name drawn as one picture, FORMAT "dot" or "svg"
 // (rendered by Graphviz's dot), into OUT ("-" is standard output).

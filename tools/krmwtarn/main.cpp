@@ -165,6 +165,18 @@ int main(int argc, char** argv) {
     load->add_flag("--json", loadJson, "Print every definition as the documents export writes instead");
     load->callback([&] { run = [&] { return deckLoad(loadDecks, loadJson, repoPath, std::cout, std::cerr); }; });
 
+    std::vector<std::string> checkArgs;
+    bool checkJson = false;
+    CLI::App* checkCommand = app.add_subcommand(
+        "check", "Check definitions against the database manager's rules: decks, a repository (--repo), or the sample");
+    checkCommand->add_option("DECK|NAME", checkArgs, "The decks to check; with --repo, the DBDs and PSBs to check")
+        ->type_name("");
+    checkCommand->add_flag("--json", checkJson, "Print the findings as a JSON document");
+    checkCommand->footer(
+        "Findings: FILE:LINE:COLUMN: error|warning: [CODE] message (the object's path where there is no deck).\n"
+        "Exit status: 0 no errors, 1 an error found or bad input, 2 bad usage.");
+    checkCommand->callback([&] { run = [&] { return krmwtarn::checkDefinitions(checkArgs, checkJson, repoPath); }; });
+
     std::vector<std::string> generateDecks;
     bool generateSample = false;
     std::string generateOut;

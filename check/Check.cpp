@@ -1,0 +1,91 @@
+// Check.cpp — running the rule table over definitions: the facts of each DBD
+// or PSB gathered once, every rule of its kind applied in table order, each
+// finding located through the load that made its object.
+#include <krmwtarn/check/Rules.h>
+
+#include <cstring>
+
+namespace krcheck {
+namespace {
+// Findings of one rule, placed where their objects were made.
+class Collect final : public Report {
+public:
+    Collect(const Rule& rule, const krsource::LoadResult* from, std::vector<Finding>& out)
+        : rule_(rule), from_(from), out_(out) {}
+    void operator()(const _ADObject* object, const std::string& path, std::string message) override {
+        Finding f{rule_.severity, rule_.code, path, std::move(message), {}, 0, 0};
+        if (const krsource::Place* at = from_ ? from_->placeOf(object) : nullptr) {
+            f.file = from_->files[static_cast<std::size_t>(at->file)];
+            f.line = at->line;
+            f.column = at->column;
+        }
+        out_.push_back(std::move(f));
+    }
+
+private:
+    const Rule& rule_;
+    const krsource::LoadResult* from_;
+    std::vector<Finding>& out_;
+};
+}  // namespace
+
+std::string Finding::text() const {
+    std::string where = located() ? file + ":" + std::to_string(line) + ":" + std::to_string(column) : path;
+    return where + ": " + (severity == Severity::Error ? "error" : "warning") + ": [" + code + "] " + message;
+}
+
+namespace {
+// Every rule of one kind (the rule's member `onKind`) over the facts of one definition.
+template <class Facts, class Impl>
+std::vector<Finding> apply(Impl* definition, const krsource::LoadResult* from,
+                           void (*Rule::*onKind)(const Facts&, Report&)) {
+    std::vector<Finding> out;
+    Facts facts(definition);
+    for (const Rule& r : rules()) {
+        if (!(r.*onKind)) continue;
+        Collect report(r, from, out);
+        (r.*onKind)(facts, report);
+    }
+    return out;
+}
+}  // namespace
+
+std::vector<Finding> check(_DSDBD* dbd, const krsource::LoadResult* from) {
+    return apply<DbdFacts>(dbd, from, &Rule::onDbd);
+}
+
+std::vector<Finding> check(_DSPSB* psb, const krsource::LoadResult* from) {
+    return apply<PsbFacts>(psb, from, &Rule::onPsb);
+}
+
+std::vector<Finding> check(const krsource::LoadResult& loaded) {
+    std::vector<Finding> out;
+    auto take = [&](std::vector<Finding> found) {
+        for (Finding& f : found) out.push_back(std::move(f));
+    };
+    for (const DSDBD& d : loaded.dbds) take(check(d.operator->(), &loaded));
+    for (const DSPSB& p : loaded.psbs) take(check(p.operator->(), &loaded));
+    return out;
+}
+
+std::vector<Finding> check(const std::vector<ADObject>& definitions) {
+    std::vector<Finding> out;
+    for (const ADObject& d : definitions) {
+        if (d.isEmpty()) continue;
+        std::vector<Finding> found;
+        if (!std::strcmp(d->whoAmI(), "DSDBD"))
+            found = check(static_cast<_DSDBD*>(d.impl()));
+        else if (!std::strcmp(d->whoAmI(), "DSPSB"))
+            found = check(static_cast<_DSPSB*>(d.impl()));
+        for (Finding& f : found) out.push_back(std::move(f));
+    }
+    return out;
+}
+
+bool hasErrors(const std::vector<Finding>& findings) noexcept {
+    for (const Finding& f : findings)
+        if (f.severity == Severity::Error) return true;
+    return false;
+}
+
+}  // namespace krcheck

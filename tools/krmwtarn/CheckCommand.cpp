@@ -1,0 +1,76 @@
+// CheckCommand.cpp — `krmwtarn check`: the database manager's rules over the
+// definitions of decks, of a repository (all, or the DBDs and PSBs named) or of
+// the built-in sample, as `file:line:column: error|warning: [CODE] message`
+// lines (the object's path where there is no deck), or as JSON.
+#include "tools/krmwtarn/Commands.h"
+#include "tools/krmwtarn/Definitions.h"
+
+#include <krmwtarn/check/Check.h>
+
+#include <nlohmann/json.hpp>
+
+#include <cstring>
+#include <iostream>
+
+namespace krmwtarn {
+namespace {
+void print(const std::vector<krcheck::Finding>& findings, bool asJson) {
+    if (!asJson) {
+        for (const krcheck::Finding& f : findings) std::cout << f.text() << "\n";
+        return;
+    }
+    nlohmann::json list = nlohmann::json::array();
+    long errors = 0;
+    for (const krcheck::Finding& f : findings) {
+        bool error = f.severity == krcheck::Severity::Error;
+        errors += error;
+        nlohmann::json j = {
+            {"severity", error ? "error" : "warning"}, {"code", f.code}, {"path", f.path}, {"message", f.message}};
+        if (f.located()) j.update({{"file", f.file}, {"line", f.line}, {"column", f.column}});
+        list.push_back(std::move(j));
+    }
+    std::cout << nlohmann::json{{"findings", list},
+                                {"errors", errors},
+                                {"warnings", static_cast<long>(findings.size()) - errors}}
+                     .dump(2)
+              << "\n";
+}
+
+bool named(const ADObject& o, const std::string& name) {
+    return name == o->objID() || (o->_get_adName() && name == o->_get_adName());
+}
+}  // namespace
+
+int checkDefinitions(const std::vector<std::string>& args, bool asJson, const std::string& repo) {
+    std::vector<krcheck::Finding> findings;
+    if (repo.empty() && !args.empty()) {
+        krsource::LoadResult loaded = krsource::loadDeckFiles(args);
+        for (const krsource::Diagnostic& d : loaded.diagnostics) std::cerr << d.text() << "\n";
+        if (!loaded.ok()) {
+            DSRegistrar::releaseAll();
+            return exitBadInput;
+        }
+        findings = krcheck::check(loaded);
+        loaded = krsource::LoadResult();
+        DSRegistrar::releaseAll();
+    } else {
+        // The repository's units (or the sample); NAMEs choose among them.
+        Definitions defs({}, repo);
+        if (!defs.ok()) return exitBadInput;
+        std::vector<ADObject> chosen;
+        for (const std::string& name : args) {
+            std::size_t before = chosen.size();
+            for (const ADObject& r : defs.roots())
+                if (named(r, name)) chosen.push_back(r);
+            if (chosen.size() == before) {
+                std::cerr << "krmwtarn check: " << defs.origin() << " has no DBD or PSB named '" << name << "'\n";
+                return exitBadInput;
+            }
+        }
+        findings = krcheck::check(args.empty() ? defs.roots() : chosen);
+    }
+    print(findings, asJson);
+    return krcheck::hasErrors(findings) ? exitBadInput : exitDone;
+}
+
+}  // namespace krmwtarn
