@@ -74,7 +74,7 @@ case_check_findings_and_exit_status() {
     expect_out '"line": 1'
     expect_out '"errors": 1'
     check 1 check "$work/none.dbd"
-    expect_err "$work/none.dbd:0:0: error: cannot read the deck"
+    expect_err "$work/none.dbd: error: cannot read the deck: No such file or directory"
     check 2 check --bogus
     check 0 --repo "$work/r.db" sample
     check 0 --repo "$work/r.db" check HOSPDBD HOSPPSB
