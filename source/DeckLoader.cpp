@@ -17,7 +17,6 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
-#include <map>
 #include <optional>
 #include <unordered_map>
 #include <unordered_set>
@@ -74,17 +73,21 @@ public:
                 diags.warning(op.at, st.operation + " " + op.keyword + ": keyword has no place in the model; ignored");
                 continue;
             }
-            if (!byKey_.emplace(op.keyword, &op).second)
+            if ((*this)[op.keyword.c_str()])
                 diags.error(op.at, st.operation + " " + op.keyword + ": given twice");
+            else
+                given_.push_back(&op);
         }
     }
     const Operand* operator[](const char* key) const {
-        auto it = byKey_.find(key);
-        return it == byKey_.end() ? nullptr : it->second;
+        for (const Operand* op : given_)
+            if (op->keyword == key) return op;
+        return nullptr;
     }
 
 private:
-    std::map<std::string, const Operand*, std::less<>> byKey_;
+    // A statement has a handful of keywords: a short list beats any map.
+    std::vector<const Operand*> given_;
 };
 
 // Handles by identity that remember what a load made, so it can be undone.
