@@ -135,6 +135,12 @@ public:
     void receive(PgStatement* statement);
     // Takes every result still to come (each kept by its statement).
     void settle() noexcept;
+    // Reads what the server has sent so far into the connection's buffer,
+    // without waiting: while this program builds from one result, the server
+    // goes on writing the next ones instead of stopping at a full socket.
+    void drain() noexcept {
+        if (open_) PQconsumeInput(conn_);
+    }
 
 private:
     PGresult* next();
@@ -184,6 +190,7 @@ public:
                            : PQexecParams(conn_, sql_.c_str(), n, nullptr, params.data(), nullptr, nullptr, 0));
         } else if (started_) {
             ++row_;
+            if ((row_ & 1023) == 0) pipeline_.drain();
         }
         started_ = true;
         return row_ < rows_;
