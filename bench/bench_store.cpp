@@ -5,6 +5,7 @@
 // transaction, and the same rows read with one plain SELECT per table.
 #include <krmwtarn/store/Repository.h>
 #include <krmwtarn/store/Schema.h>
+#include "bench/TimedStores.h"
 #include "tests/store/LargestModel.h"
 
 #include <benchmark/benchmark.h>
@@ -104,18 +105,10 @@ void counters(benchmark::State& state) {
 
 void StoreLargestModel(benchmark::State& state) {
     std::string path = scratch("store");
-    for (auto _ : state) {
-        state.PauseTiming();
+    timedStores(state, path, [&] {
         freshRepository(path);
         storetest::buildLargest();
-        auto repository = krstore::Repository::open(path);
-        state.ResumeTiming();
-        repository->storeAll();
-        state.PauseTiming();
-        repository.reset();
-        DSRegistrar::releaseAll();
-        state.ResumeTiming();
-    }
+    });
     removeFile(path);
     counters(state);
 }

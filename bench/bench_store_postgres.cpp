@@ -13,6 +13,7 @@
 
 #include <krmwtarn/store/Repository.h>
 #include <krmwtarn/store/Schema.h>
+#include "bench/TimedStores.h"
 #include "tests/store/LargestModel.h"
 
 namespace {
@@ -111,18 +112,10 @@ bool haveServer(benchmark::State& state) {
 
 void StorePostgres(benchmark::State& state) {
     if (!haveServer(state)) return;
-    for (auto _ : state) {
-        state.PauseTiming();
+    timedStores(state, inSchema("bench_store"), [] {
         freshRepository("bench_store");
         storetest::buildLargest();
-        auto repository = krstore::Repository::open(inSchema("bench_store"));
-        state.ResumeTiming();
-        repository->storeAll();
-        state.PauseTiming();
-        repository.reset();
-        DSRegistrar::releaseAll();
-        state.ResumeTiming();
-    }
+    });
     counters(state);
 }
 BENCHMARK(StorePostgres)->Unit(benchmark::kMillisecond)->Iterations(3);

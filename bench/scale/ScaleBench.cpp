@@ -10,6 +10,7 @@
 //   whole repository in an embedded file, and release.
 // scripts/scale.sh runs it and draws the curves.
 #include <krmwtarn/store/Repository.h>
+#include "bench/TimedStores.h"
 #include "tests/store/LargestModel.h"
 #include "tools/json/ViewDocument.h"
 
@@ -138,18 +139,10 @@ void removeFile(const std::string& path) {
 void Store(benchmark::State& state) {
     std::string path = scratch();
     double objects = 0;
-    for (auto _ : state) {
-        state.PauseTiming();
+    timedStores(state, path, [&] {
         removeFile(path);
         objects = buildCopies(static_cast<int>(state.range(0)));
-        auto repository = krstore::Repository::open(path);
-        state.ResumeTiming();
-        repository->storeAll();
-        state.PauseTiming();
-        repository.reset();
-        DSRegistrar::releaseAll();
-        state.ResumeTiming();
-    }
+    });
     removeFile(path);
     perObject(state, objects);
 }
