@@ -36,12 +36,19 @@ struct Value {
     std::string text;
 };
 
-Value read(Statement& s, int column) {
+// A column's value as its type reads it: text for strings and characters, a
+// number for the rest (neither database is asked to convert the other way).
+bool isText(ColumnType type) { return type == ColumnType::String || type == ColumnType::Char; }
+
+Value read(Statement& s, int column, ColumnType type) {
     Value v;
     if (s.isNull(column)) return v;
     v.null = false;
-    if (const char* t = s.getText(column)) v.text = t;
-    v.number = s.getInt(column);
+    if (isText(type)) {
+        if (const char* t = s.getText(column)) v.text = t;
+    } else {
+        v.number = s.getInt(column);
+    }
     return v;
 }
 
@@ -79,12 +86,14 @@ void bindColumn(Parameters& s, int i, _ADObject* o, const Column& c) {
     }
 }
 
-void apply(_ADObject* o, const Column& c, const Value& v, omSetProcessing how) {
+// Sets one attribute from a value: a null text (or none at all) clears a
+// string; `text` is the value's text when it has one.
+void apply(_ADObject* o, const Column& c, const Value& v, omSetProcessing how, const char* text) {
     const ADAttributeEntry& row = *c.row;
     if (!row.setter.str) return;
     switch (c.type) {
         case ColumnType::String:
-            (o->*row.setter.str)(v.null ? nullptr : v.text.c_str(), how);
+            (o->*row.setter.str)(v.null ? nullptr : text, how);
             return;
         case ColumnType::Boolean:
             (o->*row.setter.boolean)(static_cast<int>(v.number), how);
@@ -99,9 +108,23 @@ void apply(_ADObject* o, const Column& c, const Value& v, omSetProcessing how) {
             (o->*row.setter.longv)(static_cast<long>(v.number), how);
             return;
         case ColumnType::Char:
-            (o->*row.setter.charv)(v.null || v.text.empty() ? '\0' : v.text[0], how);
+            (o->*row.setter.charv)(v.null || !text || !*text ? '\0' : text[0], how);
             return;
     }
+}
+void apply(_ADObject* o, const Column& c, const Value& v, omSetProcessing how) { apply(o, c, v, how, v.text.c_str()); }
+// Sets one attribute straight from the statement's current row, no copy made.
+void apply(_ADObject* o, const Column& c, Statement& s, int column, omSetProcessing how) {
+    Value v;
+    v.null = s.isNull(column);
+    const char* text = nullptr;
+    if (!v.null) {
+        if (isText(c.type))
+            text = s.getText(column);
+        else
+            v.number = s.getInt(column);
+    }
+    apply(o, c, v, how, text);
 }
 
 // Every change bit of an object off: attributes and roles by name, link ends.
@@ -693,7 +716,7 @@ void Repository::load(const std::vector<long long>& unitIDs, bool all, bool refr
                 delete made;
                 _ADObject* o = held.back().impl();
                 int c = first;
-                for (const Column& col : table.columns) apply(o, col, read(s, c++), how);
+                for (const Column& col : table.columns) apply(o, col, s, c++, how);
                 return;
             }
             auto row = std::make_unique<LinkRow>();
@@ -714,8 +737,9 @@ void Repository::load(const std::vector<long long>& unitIDs, bool all, bool refr
                 row->endID[end] = endID;
                 row->position[end] = static_cast<long>(s.getInt(base + 2));
             }
-            for (int c = first; c < first + static_cast<int>(table.columns.size()); ++c)
-                row->values.push_back(read(s, c));
+            row->values.reserve(table.columns.size());
+            int c = first;
+            for (const Column& col : table.columns) row->values.push_back(read(s, c++, col.type));
             links.push_back(std::move(row));
         };
         // Every unit's rows (or one unit's), all tables in one round trip.
