@@ -259,7 +259,7 @@ std::map<std::string, Trigger> triggers() {
           "l.dbd",
           "NAME=LGRAND"}},
         {"LCHILD-PAIR",
-         {{{"p.dbd", replaced(kPairDbd, "NAME=(IO,PD),POINTER=SNGL,PAIR=OI", "NAME=(IO,PD),POINTER=SNGL")}},
+         {{{"p.dbd", replaced(kPairDbd, "PAIR=OI", "PAIR=STK")}},
           "p.dbd",
           "NAME=ITM,"}},
         {"LOGICAL-PARENT", {.build = orphanChild}},
