@@ -189,7 +189,8 @@ void lchildPair(const DbdFacts& f, Report& report) {
             if (!childEnd || !childEnd->impl() || !pair || !pair->_get_logParent()->count()) continue;
             std::vector<_ADObject*> back;
             for (const ADObject& pl : *pair->_get_logParent())
-                if (_ADObject* p = firstFar(static_cast<_DSLChild*>(pl.impl())->_get_pairedSegment())) back.push_back(p);
+                if (_ADObject* p = firstFar(static_cast<_DSLChild*>(pl.impl())->_get_pairedSegment()))
+                    back.push_back(p);
             if (std::find(back.begin(), back.end(), childEnd->impl()) != back.end()) continue;
             report(s.segment, s.path,
                    "LCHILD " + segName(childEnd->impl()) + " of segment " + s.name + " is paired with " +
@@ -206,9 +207,7 @@ void logicalParent(const DbdFacts& f, Report& report) {
         if (!child) continue;
         for (const ADObject& l : *child->_get_logParent()) {
             ADObject* end = static_cast<_KRLink*>(l.impl())->_get_source();
-            if (!end || !end->impl())
-                report(s.segment, s.path, "logical child " + s.name + " has a logical relationship without a parent");
-            else if (!dbdOf(end->impl()))
+            if (end && end->impl() && !dbdOf(end->impl()))
                 report(s.segment, s.path,
                        "the logical parent " + segName(end->impl()) + " of segment " + s.name + " is in no DBD");
         }
@@ -258,9 +257,9 @@ void primaryIndex(const DbdFacts& f, Report& report) {
     if (!root || !key) return;
     for (const FieldFacts& fl : root->fields)
         if (fl.field == key) return;
-    report(f.access, f.name,
-           "the primary index's key " + str(key->_get_strFieldName()) + " is not a field of root segment " +
-               root->name);
+    report(
+        f.access, f.name,
+        "the primary index's key " + str(key->_get_strFieldName()) + " is not a field of root segment " + root->name);
 }
 
 // An INDEX DBD indexes something: a HIDAM names it as its primary index, or an XDFLD uses it.
@@ -458,8 +457,7 @@ void beyond(const _ADObject* object, const std::string& path, const std::string&
 
 // A DBD holds at most 255 segments.
 void segmentCount(const DbdFacts& f, Report& report) {
-    beyond(f.dbd, f.name, "DBD " + f.name, long(f.segments.size()), long(krsource::kMaxSegments), "segments",
-           report);
+    beyond(f.dbd, f.name, "DBD " + f.name, long(f.segments.size()), long(krsource::kMaxSegments), "segments", report);
 }
 
 // A PSB holds at most 2,500 PCBs.

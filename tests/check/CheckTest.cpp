@@ -252,16 +252,14 @@ std::map<std::string, Trigger> triggers() {
          dbd(replaced(kDbd, "ACCESS=HDAM,RMNAME=(DFSHDC40,1,10)", "ACCESS=DEDB,RMNAME=DBFHDC44"), "DBD ")},
         {"LOGICAL-HIERARCHY",
          {{{"t.dbd", kDbd},
-           {"l.dbd", "         DBD   NAME=LOGDBD,ACCESS=LOGICAL\n"
-                     "         SEGM  NAME=LROOT,SOURCE=((ROOT,DATA,BASEDBD))\n"
-                     "         SEGM  NAME=LGRAND,PARENT=LROOT,SOURCE=((GRAND,DATA,BASEDBD))\n"
-                     "         DBDGEN\n"}},
+           {"l.dbd",
+            "         DBD   NAME=LOGDBD,ACCESS=LOGICAL\n"
+            "         SEGM  NAME=LROOT,SOURCE=((ROOT,DATA,BASEDBD))\n"
+            "         SEGM  NAME=LGRAND,PARENT=LROOT,SOURCE=((GRAND,DATA,BASEDBD))\n"
+            "         DBDGEN\n"}},
           "l.dbd",
           "NAME=LGRAND"}},
-        {"LCHILD-PAIR",
-         {{{"p.dbd", replaced(kPairDbd, "PAIR=OI", "PAIR=STK")}},
-          "p.dbd",
-          "NAME=ITM,"}},
+        {"LCHILD-PAIR", {{{"p.dbd", replaced(kPairDbd, "PAIR=OI", "PAIR=STK")}}, "p.dbd", "NAME=ITM,"}},
         {"LOGICAL-PARENT", {.build = orphanChild}},
         {"XDFLD-FIELDS", {.build = strayXdfld}},
         {"INDEX-PRIMARY",
@@ -395,7 +393,8 @@ TEST_F(Check, DecksAtTheRulesEdgesHaveNoFindings) {
 // Definitions at the limits, made through the model, are not beyond them.
 TEST_F(Check, DefinitionsAtTheLimitsHaveNoFindings) {
     std::vector<ADObject> at = segments(int(krsource::kMaxSegments)).definitions;
-    for (const Built& b : {bigPsb("PCBPSB", krsource::kMaxPCBs, 0, 0), bigPsb("SENSEGS", 100, krsource::kMaxSensegs / 100, 0)})
+    for (const Built& b :
+         {bigPsb("PCBPSB", krsource::kMaxPCBs, 0, 0), bigPsb("SENSEGS", 100, krsource::kMaxSensegs / 100, 0)})
         at.push_back(b.definitions.front());
     EXPECT_EQ(all(krcheck::check(at)), "");
     DSRegistrar::releaseAll();
@@ -429,6 +428,41 @@ TEST_F(Check, TheSampleHasNoErrorsAndItsFindingsNamePaths) {
 TEST_F(Check, ALocatedFindingReadsAsTheToolPrintsIt) {
     krcheck::Finding f{krcheck::Severity::Error, "SEG-ROOT", "D/S", "segment S is a second root", "d.dbd", 3, 10};
     EXPECT_EQ(f.text(), "d.dbd:3:10: error: [SEG-ROOT] segment S is a second root");
+}
+
+// A HIDAM whose primary index is the access of no DBD and whose index key is
+// a field of another segment: what only the model's interface can make.
+TEST_F(Check, APrimaryIndexOutsideADbdOrKeyedOffTheRootIsReported) {
+    auto d = made<DSDBD>("HDBD", "HDBD");
+    auto hidam = made<DSDBDhidam>("HDBD.ACCESS");
+    DSDefinedByAccess(&d, &hidam, 1);
+    auto root = made<DSSegmentComplex>("HDBD.ROOT", "ROOT"), child = made<DSSegmentComplex>("HDBD.CHILD", "CHILD");
+    DSContainsSegment(&d, &root, 1);
+    DSContainsSegment(&d, &child, 1);
+    DSParent(&child, &root, 1);
+    auto key = made<DSField>("HDBD.ROOT.KEY", "KEY"), other = made<DSField>("HDBD.CHILD.CKEY", "CKEY");
+    key->_set_sequenceField(1, omStore);
+    key->_set_uniqueSequence(1, omStore);
+    DSHasField(&root, &key, 1);
+    DSHasField(&child, &other, 1);
+    auto index = made<DSDBDindex>("LOOSE.ACCESS");
+    DSIndex(&hidam, &index, 1);
+    DSHasRootSequence(&hidam, &other, 1);
+    EXPECT_EQ(all(krcheck::check(d.operator->())),
+              "HDBD: error: [INDEX-PRIMARY] the primary index of HIDAM database HDBD is the index of no DBD\n"
+              "HDBD: error: [INDEX-PRIMARY] the primary index's key CKEY is not a field of root segment ROOT\n");
+}
+
+// The README's rules table is the rule table's rows, in its order.
+TEST_F(Check, TheReadmeListsEveryRuleAsTheTableHasIt) {
+    std::string readme = readFile(KRMWTARN_README), rows;
+    for (const krcheck::Rule& r : krcheck::rules())
+        rows += std::string("| `") + r.code + "` | " + (r.severity == krcheck::Severity::Error ? "error" : "warning") +
+                " | " + r.description + " |\n";
+    std::size_t at = readme.find("| code | severity | rule |\n|---|---|---|\n");
+    ASSERT_NE(at, std::string::npos);
+    at = readme.find("\n", readme.find("\n", at) + 1) + 1;
+    EXPECT_EQ(readme.substr(at, readme.find("\n\n", at) + 1 - at), rows);
 }
 
 TEST_F(Check, RuleCodesAreDistinctAndEachRuleHasOneKind) {
