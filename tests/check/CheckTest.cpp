@@ -178,38 +178,44 @@ Built bigPsb(const std::string& name, int pcbs, int sensegs, int senflds) {
     return {{p}, name};
 }
 
-// A DBD whose segment ROOT has the logical child CHILD, its logical parent
-// LPARENT in no DBD.
+// A DBD made through the model: ROOT with its field KEY, CHILD under it with
+// its field CKEY.
+struct RootAndChild {
+    DSDBD dbd;
+    DSSegmentComplex root, child;
+    DSField key, childKey;
+    explicit RootAndChild(const std::string& name)
+        : dbd(made<DSDBD>(name, name.c_str())),
+          root(made<DSSegmentComplex>(name + ".ROOT", "ROOT")),
+          child(made<DSSegmentComplex>(name + ".CHILD", "CHILD")),
+          key(made<DSField>(name + ".ROOT.KEY", "KEY")),
+          childKey(made<DSField>(name + ".CHILD.CKEY", "CKEY")) {
+        DSContainsSegment(&dbd, &root, 1);
+        DSContainsSegment(&dbd, &child, 1);
+        DSParent(&child, &root, 1);
+        DSHasField(&root, &key, 1);
+        DSHasField(&child, &childKey, 1);
+    }
+};
+
+// CHILD a logical child whose logical parent LPARENT is in no DBD.
 Built orphanChild() {
-    auto d = made<DSDBD>("ORPHDBD", "ORPHDBD");
-    auto root = made<DSSegmentComplex>("ORPHDBD.ROOT", "ROOT");
-    auto child = made<DSSegmentComplex>("ORPHDBD.CHILD", "CHILD");
+    RootAndChild d("ORPHDBD");
     auto parent = made<DSSegmentComplex>("LPARENT", "LPARENT");
-    DSContainsSegment(&d, &root, 1);
-    DSContainsSegment(&d, &child, 1);
-    DSParent(&child, &root, 1);
-    DSLChild(&parent, &child, 1);
-    return {{d}, "ORPHDBD/CHILD"};
+    DSLChild(&parent, &d.child, 1);
+    return {{d.dbd}, "ORPHDBD/CHILD"};
 }
 
-// An XDFLD on ROOT, its source ROOT, searching CHILD's field.
+// An XDFLD on ROOT, its source ROOT, searching ROOT's field and subsequenced by CHILD's.
 Built strayXdfld() {
-    auto d = made<DSDBD>("XDBD", "XDBD");
-    auto root = made<DSSegmentComplex>("XDBD.ROOT", "ROOT");
-    auto child = made<DSSegmentComplex>("XDBD.CHILD", "CHILD");
-    DSContainsSegment(&d, &root, 1);
-    DSContainsSegment(&d, &child, 1);
-    DSParent(&child, &root, 1);
-    auto own = made<DSField>("XDBD.ROOT.KEY", "KEY"), other = made<DSField>("XDBD.CHILD.CKEY", "CKEY");
-    DSHasField(&root, &own, 1);
-    DSHasField(&child, &other, 1);
+    RootAndChild d("XDBD");
     auto x = made<DSXDFLD>("XSTRAY");
     x->_set_xdfldName("XSTRAY", omStore);
-    DSHasIndex(&root, &x, 1);
-    DSHasIndexSource(&x, &root, 1);
-    DSHasSearch(&x, &own, 1);
-    DSHasSubsequence(&x, &other, 1);
-    return {{d}, "XDBD/ROOT/XSTRAY"};
+    DSHasIndex(&d.root, &x, 1);
+    DSHasIndexSource(&x, &d.root, 1);
+    DSHasSearch(&x, &d.key, 1);
+    DSHasSubsequence(&x, &d.childKey, 1);
+    return {{d.dbd}, "XDBD/ROOT/XSTRAY"};
 }
 
 // A database PCB without its DBD.
@@ -433,22 +439,15 @@ TEST_F(Check, ALocatedFindingReadsAsTheToolPrintsIt) {
 // A HIDAM whose primary index is the access of no DBD and whose index key is
 // a field of another segment: what only the model's interface can make.
 TEST_F(Check, APrimaryIndexOutsideADbdOrKeyedOffTheRootIsReported) {
-    auto d = made<DSDBD>("HDBD", "HDBD");
+    RootAndChild d("HDBD");
     auto hidam = made<DSDBDhidam>("HDBD.ACCESS");
-    DSDefinedByAccess(&d, &hidam, 1);
-    auto root = made<DSSegmentComplex>("HDBD.ROOT", "ROOT"), child = made<DSSegmentComplex>("HDBD.CHILD", "CHILD");
-    DSContainsSegment(&d, &root, 1);
-    DSContainsSegment(&d, &child, 1);
-    DSParent(&child, &root, 1);
-    auto key = made<DSField>("HDBD.ROOT.KEY", "KEY"), other = made<DSField>("HDBD.CHILD.CKEY", "CKEY");
-    key->_set_sequenceField(1, omStore);
-    key->_set_uniqueSequence(1, omStore);
-    DSHasField(&root, &key, 1);
-    DSHasField(&child, &other, 1);
+    DSDefinedByAccess(&d.dbd, &hidam, 1);
+    d.key->_set_sequenceField(1, omStore);
+    d.key->_set_uniqueSequence(1, omStore);
     auto index = made<DSDBDindex>("LOOSE.ACCESS");
     DSIndex(&hidam, &index, 1);
-    DSHasRootSequence(&hidam, &other, 1);
-    EXPECT_EQ(all(krcheck::check(d.operator->())),
+    DSHasRootSequence(&hidam, &d.childKey, 1);
+    EXPECT_EQ(all(krcheck::check(d.dbd.operator->())),
               "HDBD: error: [INDEX-PRIMARY] the primary index of HIDAM database HDBD is the index of no DBD\n"
               "HDBD: error: [INDEX-PRIMARY] the primary index's key CKEY is not a field of root segment ROOT\n");
 }
