@@ -157,16 +157,6 @@ std::string segName(_ADObject* segment) { return str(static_cast<_DSSegment*>(se
 _DSDBD* dbdOf(_ADObject* segment) {
     return firstFar<_DSDBD>(static_cast<_DSSegment*>(segment)->_get_containingDBD(), false);
 }
-// The far ends of a role's links: their targets when the owner is the source, else their sources.
-std::vector<_ADObject*> farEnds(DSModelCollection* role, bool ownerIsSource = true) {
-    std::vector<_ADObject*> out;
-    for (const ADObject& l : *role) {
-        auto* link = static_cast<_KRLink*>(l.impl());
-        ADObject* end = ownerIsSource ? link->_get_target() : link->_get_source();
-        if (end && end->impl()) out.push_back(end->impl());
-    }
-    return out;
-}
 _DSSegmentComplex* complexOf(const SegmentFacts& s) {
     return s.segment->isKindOf("DSSegmentComplex") ? static_cast<_DSSegmentComplex*>(s.segment) : nullptr;
 }
@@ -183,18 +173,18 @@ void lchildPair(const DbdFacts& f, Report& report) {
         if (!parent) continue;
         for (const ADObject& l : *parent->_get_logChildren()) {
             auto* rel = static_cast<_DSLChild*>(l.impl());
-            ADObject* childEnd = rel->_get_target();
+            _ADObject* child = farEnd(l);
             auto* pair = firstFar<_DSSegmentComplex>(rel->_get_pairedSegment());
             // A pair that is no logical child is a virtual one: nothing to pair back.
-            if (!childEnd || !childEnd->impl() || !pair || !pair->_get_logParent()->count()) continue;
+            if (!child || !pair || !pair->_get_logParent()->count()) continue;
             std::vector<_ADObject*> back;
             for (const ADObject& pl : *pair->_get_logParent())
                 if (_ADObject* p = firstFar(static_cast<_DSLChild*>(pl.impl())->_get_pairedSegment()))
                     back.push_back(p);
-            if (std::find(back.begin(), back.end(), childEnd->impl()) != back.end()) continue;
+            if (std::find(back.begin(), back.end(), child) != back.end()) continue;
             report(s.segment, s.path,
-                   "LCHILD " + segName(childEnd->impl()) + " of segment " + s.name + " is paired with " +
-                       segName(pair) + ", whose logical relationship pairs with " +
+                   "LCHILD " + segName(child) + " of segment " + s.name + " is paired with " + segName(pair) +
+                       ", whose logical relationship pairs with " +
                        (back.empty() ? std::string("no segment") : joined(back)));
         }
     }
@@ -205,12 +195,10 @@ void logicalParent(const DbdFacts& f, Report& report) {
     for (const SegmentFacts& s : f.segments) {
         _DSSegmentComplex* child = complexOf(s);
         if (!child) continue;
-        for (const ADObject& l : *child->_get_logParent()) {
-            ADObject* end = static_cast<_KRLink*>(l.impl())->_get_source();
-            if (end && end->impl() && !dbdOf(end->impl()))
+        for (_ADObject* parent : farEnds(child->_get_logParent(), false))
+            if (!dbdOf(parent))
                 report(s.segment, s.path,
-                       "the logical parent " + segName(end->impl()) + " of segment " + s.name + " is in no DBD");
-        }
+                       "the logical parent " + segName(parent) + " of segment " + s.name + " is in no DBD");
     }
 }
 
