@@ -7,14 +7,6 @@ namespace krcheck {
 namespace {
 std::string str(const char* s) { return s ? std::string(s) : std::string(); }
 
-// The object at the far end of a link held in a role: its target when the
-// role's owner is the source, else its source.
-_ADObject* farEnd(const ADObject& link, bool ownerIsSource) {
-    auto* l = static_cast<_KRLink*>(link.impl());
-    ADObject* end = ownerIsSource ? l->_get_target() : l->_get_source();
-    return end ? end->impl() : nullptr;
-}
-
 std::string organisationOf(_ADObject* access) {
     if (!access) return {};
     if (access->isKindOf("DSDBDhidam")) return "HIDAM";

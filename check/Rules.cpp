@@ -2,6 +2,7 @@
 // and the rule table that lists them (Rules.h).
 #include <krmwtarn/check/Rules.h>
 
+#include <algorithm>
 #include <string_view>
 
 namespace krcheck {
@@ -151,6 +152,149 @@ void logicalSource(const DbdFacts& f, Report& report) {
             report(s.segment, s.path, "segment " + s.name + " of logical DBD " + f.name + " names no source (SOURCE)");
 }
 
+// The segment's name, and the DBD that holds it (null when none does).
+std::string segName(_ADObject* segment) { return str(static_cast<_DSSegment*>(segment)->_get_strSegmentName()); }
+_DSDBD* dbdOf(_ADObject* segment) {
+    return firstFar<_DSDBD>(static_cast<_DSSegment*>(segment)->_get_containingDBD(), false);
+}
+_DSSegmentComplex* complexOf(const SegmentFacts& s) {
+    return s.segment->isKindOf("DSSegmentComplex") ? static_cast<_DSSegmentComplex*>(s.segment) : nullptr;
+}
+std::string joined(const std::vector<_ADObject*>& segments) {
+    std::string out;
+    for (_ADObject* s : segments) out += (out.empty() ? "" : ", ") + segName(s);
+    return out;
+}
+
+// Where an LCHILD's PAIR names a logical child (physical pairing), that child's own relationship pairs back.
+void lchildPair(const DbdFacts& f, Report& report) {
+    for (const SegmentFacts& s : f.segments) {
+        _DSSegmentComplex* parent = complexOf(s);
+        if (!parent) continue;
+        for (const ADObject& l : *parent->_get_logChildren()) {
+            auto* rel = static_cast<_DSLChild*>(l.impl());
+            _ADObject* child = farEnd(l);
+            auto* pair = firstFar<_DSSegmentComplex>(rel->_get_pairedSegment());
+            // A pair that is no logical child is a virtual one: nothing to pair back.
+            if (!child || !pair || !pair->_get_logParent()->count()) continue;
+            std::vector<_ADObject*> back;
+            for (const ADObject& pl : *pair->_get_logParent())
+                if (_ADObject* p = firstFar(static_cast<_DSLChild*>(pl.impl())->_get_pairedSegment()))
+                    back.push_back(p);
+            if (std::find(back.begin(), back.end(), child) != back.end()) continue;
+            report(s.segment, s.path,
+                   "LCHILD " + segName(child) + " of segment " + s.name + " is paired with " + segName(pair) +
+                       ", whose logical relationship pairs with " +
+                       (back.empty() ? std::string("no segment") : joined(back)));
+        }
+    }
+}
+
+// A logical child's logical parent is a segment of a DBD.
+void logicalParent(const DbdFacts& f, Report& report) {
+    for (const SegmentFacts& s : f.segments) {
+        _DSSegmentComplex* child = complexOf(s);
+        if (!child) continue;
+        for (_ADObject* parent : farEnds(child->_get_logParent(), false))
+            if (!dbdOf(parent))
+                report(s.segment, s.path,
+                       "the logical parent " + segName(parent) + " of segment " + s.name + " is in no DBD");
+    }
+}
+
+// An XDFLD has search fields, and its SRCH, SUBSEQ and DDATA fields are fields of its source segment.
+void xdfldFields(const DbdFacts& f, Report& report) {
+    for (const SegmentFacts& s : f.segments) {
+        _DSSegmentComplex* target = complexOf(s);
+        if (!target) continue;
+        for (_ADObject* o : farEnds(target->_get_indices())) {
+            auto* x = static_cast<_DSXDFLD*>(o);
+            _ADObject* source = firstFar(x->_get_indexSource());
+            if (!source) source = s.segment;
+            std::string name = str(x->_get_xdfldName()), path = s.path + "/" + name;
+            if (!x->_get_search()->count()) report(x, path, "XDFLD " + name + " has no search field (SRCH)");
+            std::vector<_ADObject*> own = farEnds(static_cast<_DSSegment*>(source)->_get_fields());
+            for (auto [key, role] : {std::pair{"SRCH", x->_get_search()}, std::pair{"SUBSEQ", x->_get_subseq()},
+                                     std::pair{"DDATA", x->_get_ddata()}})
+                for (_ADObject* field : farEnds(role))
+                    if (std::find(own.begin(), own.end(), field) == own.end())
+                        report(x, path,
+                               "XDFLD " + name + " " + key + " field " +
+                                   str(static_cast<_DSField*>(field)->_get_strFieldName()) +
+                                   " is not a field of its source segment " + segName(source));
+        }
+    }
+}
+
+// A HIDAM's primary index is the index of an INDEX DBD that no XDFLD also uses, keyed by a field of the HIDAM's root.
+void primaryIndex(const DbdFacts& f, Report& report) {
+    if (f.organisation != "HIDAM") return;
+    auto* hidam = static_cast<_DSDBDhidam*>(f.access);
+    auto* index = firstFar<_DSDBDindex>(hidam->_get_primaryIndex());
+    if (!index) return;  // HIDAM-INDEX
+    auto* indexDbd = firstFar<_DSDBD>(index->_get_containingDBD(), false);
+    std::string indexName = indexDbd ? str(indexDbd->_get_strDBDName()) : std::string();
+    if (!indexDbd)
+        report(f.access, f.name, "the primary index of HIDAM database " + f.name + " is the index of no DBD");
+    else if (auto* x = firstFar<_DSXDFLD>(index->_get_secondaryIndexTarget(), false))
+        report(f.access, f.name,
+               "primary index DBD " + indexName + " of HIDAM database " + f.name +
+                   " is also the secondary index of XDFLD " + str(x->_get_xdfldName()));
+    const SegmentFacts* root = rootOf(f);
+    auto* key = firstFar<_DSField>(hidam->_get_rootSequenceField());
+    if (!root || !key) return;
+    for (const FieldFacts& fl : root->fields)
+        if (fl.field == key) return;
+    report(
+        f.access, f.name,
+        "the primary index's key " + str(key->_get_strFieldName()) + " is not a field of root segment " + root->name);
+}
+
+// An INDEX DBD indexes something: a HIDAM names it as its primary index, or an XDFLD uses it.
+void indexTarget(const DbdFacts& f, Report& report) {
+    if (f.organisation != "INDEX") return;
+    auto* index = static_cast<_DSDBDindex*>(f.access);
+    if (!index->_get_primaryIndexTarget()->count() && !index->_get_secondaryIndexTarget()->count())
+        report(f.access, f.name,
+               "index DBD " + f.name + " indexes nothing: no HIDAM's LCHILD (POINTER=INDX) and no XDFLD names it");
+}
+
+// A logical segment's sources are physical segments; its parent's source is its source's physical or logical parent.
+void logicalHierarchy(const DbdFacts& f, Report& report) {
+    if (f.organisation != "LOGICAL") return;
+    auto sourcesOf = [](const SegmentFacts& s) {
+        return s.segment->isKindOf("DSSegmentLogical")
+                   ? farEnds(static_cast<_DSSegmentLogical*>(s.segment)->_get_sourceSegments())
+                   : std::vector<_ADObject*>();
+    };
+    for (const SegmentFacts& s : f.segments) {
+        std::vector<_ADObject*> mine = sourcesOf(s);
+        bool physical = true;
+        for (_ADObject* source : mine)
+            if (source->isKindOf("DSSegmentLogical") || !dbdOf(source)) {
+                physical = false;
+                report(s.segment, s.path,
+                       "source " + segName(source) + " of segment " + s.name + " is not a segment of a physical DBD");
+            }
+        if (!physical || mine.empty() || s.parent < 0) continue;
+        const SegmentFacts& parent = f.segments[std::size_t(s.parent)];
+        std::vector<_ADObject*> above = sourcesOf(parent);
+        if (above.empty()) continue;  // LOGICAL-SOURCE
+        auto* source = static_cast<_DSSegment*>(mine.front());
+        std::vector<_ADObject*> parents = farEnds(source->_get_physicalParent());
+        if (source->isKindOf("DSSegmentComplex"))
+            for (_ADObject* p : farEnds(static_cast<_DSSegmentComplex*>(source)->_get_logParent(), false))
+                parents.push_back(p);
+        bool joins = false;
+        for (_ADObject* a : above) joins = joins || std::find(parents.begin(), parents.end(), a) != parents.end();
+        if (!joins)
+            report(s.segment, s.path,
+                   "source " + segName(source) + " of segment " + s.name +
+                       " has no physical or logical parent among the sources of its parent " + parent.name + " (" +
+                       joined(above) + ")");
+    }
+}
+
 // ---- PSB rules ----
 
 // The PSB's name and its PCBs' names are 1-8 letters, digits, @, # or $.
@@ -292,6 +436,44 @@ void senfldFit(const PsbFacts& f, Report& report) {
         }
 }
 
+// What a definition holds beyond a limit of the generation utilities, reported at the definition.
+void beyond(const _ADObject* object, const std::string& path, const std::string& what, long count, long limit,
+            const std::string& things, Report& report) {
+    if (count > limit)
+        report(object, path, what + " has " + n(count) + " " + things + "; at most " + n(limit) + " are allowed");
+}
+
+// A DBD holds at most 255 segments.
+void segmentCount(const DbdFacts& f, Report& report) {
+    beyond(f.dbd, f.name, "DBD " + f.name, long(f.segments.size()), long(krsource::kMaxSegments), "segments", report);
+}
+
+// A PSB holds at most 2,500 PCBs.
+void pcbCount(const PsbFacts& f, Report& report) {
+    beyond(f.psb, f.name, "PSB " + f.name, long(f.pcbs.size()), krsource::kMaxPCBs, "PCBs", report);
+}
+
+// A PSB holds at most 30,000 SENSEGs.
+void sensegCount(const PsbFacts& f, Report& report) {
+    long count = 0;
+    for (const PcbFacts& p : f.pcbs) count += long(p.sensegs.size());
+    beyond(f.psb, f.name, "PSB " + f.name, count, krsource::kMaxSensegs, "SENSEGs", report);
+}
+
+// A PSB holds at most 10,000 SENFLDs.
+void senfldCount(const PsbFacts& f, Report& report) {
+    long count = 0;
+    for (const PcbFacts& p : f.pcbs)
+        for (const SensegFacts& s : p.sensegs) count += long(s.senflds.size());
+    beyond(f.psb, f.name, "PSB " + f.name, count, krsource::kMaxSenflds, "SENFLDs", report);
+}
+
+// A database or GSAM PCB is based on a DBD (DBDNAME).
+void pcbDbd(const PsbFacts& f, Report& report) {
+    for (const PcbFacts& p : f.pcbs)
+        if (p.based && !p.dbd) report(p.pcb, p.path, p.kind + " PCB " + p.path + " names no DBD (DBDNAME)");
+}
+
 constexpr Severity E = Severity::Error, W = Severity::Warning;
 const Rule table[] = {
     {"NAME-FORM", E, "DBD, segment and field names are 1 to 8 letters, digits, @, # or $, not starting with a digit",
@@ -309,6 +491,24 @@ const Rule table[] = {
     {"RANDOMIZER", E, "HDAM and DEDB databases name their randomizing module (RMNAME)", randomizer, nullptr},
     {"DEDB-AREAS", E, "a DEDB has areas, each with its size", dedbAreas, nullptr},
     {"LOGICAL-SOURCE", E, "each segment of a logical DBD names its source segments (SOURCE)", logicalSource, nullptr},
+    {"LOGICAL-HIERARCHY", E,
+     "a logical segment's sources are segments of physical DBDs, and its parent's source is the physical or logical "
+     "parent of its source",
+     logicalHierarchy, nullptr},
+    {"LCHILD-PAIR", E, "where an LCHILD's PAIR names a logical child, that child's relationship pairs back with it",
+     lchildPair, nullptr},
+    {"LOGICAL-PARENT", E, "a logical child's logical parent is a segment of a DBD", logicalParent, nullptr},
+    {"XDFLD-FIELDS", E, "an XDFLD has search fields, and its SRCH, SUBSEQ and DDATA fields are its source segment's",
+     xdfldFields, nullptr},
+    {"INDEX-PRIMARY", E,
+     "a HIDAM's primary index belongs to an INDEX DBD that no XDFLD also uses, and its key is a field of the root",
+     primaryIndex, nullptr},
+    {"INDEX-TARGET", E, "an INDEX DBD is a HIDAM's primary index or an XDFLD's secondary index", indexTarget, nullptr},
+    {"SEG-COUNT", E, "a DBD holds at most 255 segments", segmentCount, nullptr},
+    {"PCB-COUNT", E, "a PSB holds at most 2,500 PCBs", nullptr, pcbCount},
+    {"SENSEG-COUNT", E, "a PSB holds at most 30,000 SENSEGs", nullptr, sensegCount},
+    {"SENFLD-COUNT", E, "a PSB holds at most 10,000 SENFLDs", nullptr, senfldCount},
+    {"PCB-DBD", E, "a database or GSAM PCB is based on a DBD (DBDNAME)", nullptr, pcbDbd},
     {"PSB-NAME", E, "the PSB's and its PCBs' names are 1 to 8 letters, digits, @, # or $, not starting with a digit",
      nullptr, psbName},
     {"TP-FIRST", W, "TP PCBs come before the database and GSAM PCBs", nullptr, tpFirst},

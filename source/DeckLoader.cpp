@@ -47,12 +47,11 @@ bool isDirective(const std::string& op) {
 }
 bool isUnmodelled(const std::string& op) { return op == "DFSMARSH" || op == "DFSMAP" || op == "DFSCASE"; }
 
-// The largest definitions the generation utilities accept. They also bound the
-// model's work: each new link is checked against the links its source already
-// has, so a definition without limits would cost time quadratic in its size.
-constexpr std::size_t kMaxSegments = 255;
+// The largest definitions the generation utilities accept (with the limits of
+// DeckLoader.h). They also bound the model's work: each new link is checked
+// against the links its source already has, so a definition without limits
+// would cost time quadratic in its size.
 constexpr int kMaxFields = 1000, kMaxReferences = 1000, kMaxDatasets = 2048;
-constexpr int kMaxPCBs = 2500, kMaxSensegs = 30000, kMaxSenflds = 10000;
 
 // The operands of one statement by keyword. Keywords the statement does not
 // hold in the model, and positional operands where none is expected, are

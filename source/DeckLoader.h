@@ -11,6 +11,7 @@
 
 #include <krmwtarn/krmwtarn.h>
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -20,6 +21,11 @@ namespace krsource {
 
 // The version the loaded definitions live in unless the caller gives another.
 inline constexpr const char* kDeckVersion = "DECKS";
+
+// The largest DBDs and PSBs the generation utilities accept: the deck reader
+// refuses more, the checks report definitions made otherwise that exceed them.
+inline constexpr std::size_t kMaxSegments = 255;
+inline constexpr int kMaxPCBs = 2500, kMaxSensegs = 30000, kMaxSenflds = 10000;
 
 struct KRMWTARN_API Deck {
     std::string name;   // the file name used in messages

@@ -50,7 +50,8 @@ struct KRMWTARN_API Table {
 class KRMWTARN_API Schema {
 public:
     // The layout this program writes; a repository of another version is refused.
-    static constexpr int kVersion = 1;
+    // Version 2: the field geometry's data dictionary tables and columns.
+    static constexpr int kVersion = 2;
 
     // The schema of every class registered now, in a database's SQL (built on first use).
     static const Schema& current(Dialect dialect = Dialect::Sqlite);

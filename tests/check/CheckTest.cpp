@@ -1,13 +1,16 @@
-// CheckTest.cpp — every rule of the table has a minimal deck that triggers it,
-// and the finding carries the rule's code and severity and the place of the
-// statement at fault; the decks they start from, the hand-written decks and
-// the built-in sample have no errors; findings read as the tool prints them.
+// CheckTest.cpp — every rule of the table has a minimal input that triggers it:
+// a deck, and the finding carries the rule's code and severity and the place
+// of the statement at fault; or, for what the deck reader refuses earlier, a
+// definition built through the model, and the finding names the object's path.
+// The decks they start from, decks at the rules' edges, the hand-written decks
+// and the built-in sample have no errors; findings read as the tool prints them.
 #include <krmwtarn/check/Rules.h>
 #include "tools/sample/SampleModel.h"
 
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <functional>
 #include <map>
 #include <sstream>
 
@@ -34,10 +37,60 @@ const std::string kPsb =
     "         SENSEG NAME=GRAND,PARENT=CHILD\n"
     "         PSBGEN LANG=COBOL,PSBNAME=BASEPSB\n";
 
+// Physical pairing both ways (OI under ORD with the logical parent ITM, IO
+// under ITM with the logical parent ORD, each the other's PAIR), logical DBDs
+// that reach a segment through its physical parent, through a concatenated
+// segment's destination parent and through its logical parent, and an XDFLD
+// whose search field is its source segment's, not the indexed one's.
+const std::string kPairDbd =
+    "         DBD   NAME=PD,ACCESS=HDAM,RMNAME=(DFSHDC40,1,10)\n"
+    "         SEGM  NAME=TOP,PARENT=0,BYTES=10\n"
+    "         FIELD NAME=(TKEY,SEQ,U),START=1,BYTES=4\n"
+    "         LCHILD NAME=(XIDXS,XIDX),POINTER=INDX\n"
+    "         XDFLD NAME=XONO,SEGMENT=ORD,SRCH=ONO\n"
+    "         SEGM  NAME=ORD,PARENT=TOP,BYTES=10\n"
+    "         FIELD NAME=(ONO,SEQ,U),START=1,BYTES=4\n"
+    "         LCHILD NAME=(IO,PD),POINTER=SNGL,PAIR=OI\n"
+    "         SEGM  NAME=OI,PARENT=((ORD,SNGL),(ITM,PHYSICAL,PD)),BYTES=10\n"
+    "         SEGM  NAME=ITM,PARENT=TOP,BYTES=10\n"
+    "         FIELD NAME=(INO,SEQ,U),START=1,BYTES=4\n"
+    "         LCHILD NAME=(OI,PD),POINTER=SNGL,PAIR=IO\n"
+    "         SEGM  NAME=IO,PARENT=((ITM,SNGL),(ORD,PHYSICAL,PD)),BYTES=10\n"
+    "         SEGM  NAME=STK,PARENT=ITM,BYTES=10\n"
+    "         DBDGEN\n"
+    "         DBD   NAME=XIDX,ACCESS=INDEX\n"
+    "         SEGM  NAME=XIDXS,BYTES=4\n"
+    "         FIELD NAME=(XKEY,SEQ,U),START=1,BYTES=4\n"
+    "         LCHILD NAME=(TOP,PD),INDEX=XONO\n"
+    "         DBDGEN\n"
+    "         DBD   NAME=ORDLOG,ACCESS=LOGICAL\n"
+    "         SEGM  NAME=LO,SOURCE=((ORD,DATA,PD))\n"
+    "         SEGM  NAME=LOI,PARENT=LO,SOURCE=((OI,KEY,PD),(ITM,DATA,PD))\n"
+    "         SEGM  NAME=LSTK,PARENT=LOI,SOURCE=((STK,DATA,PD))\n"
+    "         DBDGEN\n"
+    "         DBD   NAME=ITEMLOG,ACCESS=LOGICAL\n"
+    "         SEGM  NAME=LI,SOURCE=((ITM,DATA,PD))\n"
+    "         SEGM  NAME=LIO,PARENT=LI,SOURCE=((OI,KEY,PD),(ORD,DATA,PD))\n"
+    "         DBDGEN\n";
+
+// BASEDBD as a HIDAM database with its primary index.
+const std::string kIndexDbd =
+    "         DBD   NAME=BASEIDX,ACCESS=INDEX\n"
+    "         SEGM  NAME=BASEIDXS,BYTES=6\n"
+    "         FIELD NAME=(IKEY,SEQ,U),START=1,BYTES=6\n"
+    "         LCHILD NAME=(ROOT,BASEDBD),INDEX=KEY,POINTER=INDX\n"
+    "         DBDGEN\n";
+
 std::string replaced(std::string text, const std::string& from, const std::string& to) {
     std::size_t at = text.find(from);
     EXPECT_NE(at, std::string::npos) << from;
     return at == std::string::npos ? text : text.replace(at, from.size(), to);
+}
+
+// BASEDBD as a HIDAM database, its primary index BASEIDX (kIndexDbd).
+std::string hidam() {
+    return replaced(replaced(kDbd, "ACCESS=HDAM,RMNAME=(DFSHDC40,1,10)", "ACCESS=HIDAM"), "BYTES=20\n",
+                    "BYTES=20\n         LCHILD NAME=(BASEIDXS,BASEIDX),POINTER=INDX\n");
 }
 
 // Sixteen segments, each the child of the one before.
@@ -56,13 +109,125 @@ std::string readFile(const std::string& path) {
     return s.str();
 }
 
-// A rule's triggering decks, and the card (its deck and a text on it) of the
-// statement the finding must point at.
-struct Trigger {
-    std::vector<krsource::Deck> decks;
-    std::string file;
-    std::string card;
+// Definitions built through the model, and the path of the object at fault.
+struct Built {
+    std::vector<ADObject> definitions;
+    std::string path;
 };
+
+// A rule's triggering decks, and the card (its deck and a text on it) of the
+// statement the finding must point at; or, for what decks cannot hold, the
+// definitions to build instead.
+struct Trigger {
+    std::vector<krsource::Deck> decks = {};
+    std::string file = {};
+    std::string card = {};
+    std::function<Built()> build = nullptr;
+};
+
+template <class H>
+H made(const std::string& id, const char* name = nullptr) {
+    H h("CHECK", id.c_str(), 1);
+    if (name) {
+        if constexpr (std::is_same_v<H, DSDBD>) h->_set_strDBDName(name, omStore);
+        if constexpr (std::is_same_v<H, DSPSB>) h->_set_strPSBName(name, omStore);
+        if constexpr (std::is_base_of_v<DSSegment, H>) h->_set_strSegmentName(name, omStore);
+        if constexpr (std::is_same_v<H, DSField>) h->_set_strFieldName(name, omStore);
+    }
+    return h;
+}
+
+// A DBD of `count` segments, each the child of the first.
+Built segments(int count) {
+    auto d = made<DSDBD>("BIGDBD", "BIGDBD");
+    DSSegment root;
+    for (int i = 1; i <= count; ++i) {
+        std::string name = "S" + std::to_string(i);
+        auto s = made<DSSegment>("BIGDBD." + name, name.c_str());
+        DSContainsSegment(&d, &s, 1);
+        if (root.isEmpty())
+            root = s;
+        else
+            DSParent(&s, &root, 1);
+    }
+    return {{d}, "BIGDBD"};
+}
+
+// A PSB of `pcbs` PCBs (database PCBs when they have SENSEGs), each with
+// `sensegs` SENSEGs, each with `senflds` SENFLDs.
+Built bigPsb(const std::string& name, int pcbs, int sensegs, int senflds) {
+    auto p = made<DSPSB>(name, name.c_str());
+    auto dbd = made<DSDBD>(name + ".DBD", "LIMITDBD");
+    for (int i = 0; i < pcbs; ++i) {
+        std::string id = name + ".PCB" + std::to_string(i);
+        auto pcb = made<DSPCB>(id);
+        DSIncludesPCB(&p, &pcb, nullptr, 1);
+        if (!sensegs) continue;
+        auto db = made<DSPCBdb>(id + ".DB");
+        DSSpecifiedByType(&pcb, &db, 1);
+        DSBasedOn(&db, &dbd, 1);
+        for (int j = 0; j < sensegs; ++j) {
+            auto s = made<DSSenSegment>(id + ".S" + std::to_string(j));
+            DSHasSensitive(&db, &s, nullptr, 1);
+            for (int k = 0; k < senflds; ++k) {
+                auto f = made<DSSenField>(id + ".S" + std::to_string(j) + ".F" + std::to_string(k));
+                DSUsesSENFLD(&s, &f, 1);
+            }
+        }
+    }
+    return {{p}, name};
+}
+
+// A DBD made through the model: ROOT with its field KEY, CHILD under it with
+// its field CKEY.
+struct RootAndChild {
+    DSDBD dbd;
+    DSSegmentComplex root, child;
+    DSField key, childKey;
+    explicit RootAndChild(const std::string& name)
+        : dbd(made<DSDBD>(name, name.c_str())),
+          root(made<DSSegmentComplex>(name + ".ROOT", "ROOT")),
+          child(made<DSSegmentComplex>(name + ".CHILD", "CHILD")),
+          key(made<DSField>(name + ".ROOT.KEY", "KEY")),
+          childKey(made<DSField>(name + ".CHILD.CKEY", "CKEY")) {
+        DSContainsSegment(&dbd, &root, 1);
+        DSContainsSegment(&dbd, &child, 1);
+        DSParent(&child, &root, 1);
+        DSHasField(&root, &key, 1);
+        DSHasField(&child, &childKey, 1);
+    }
+};
+
+// CHILD a logical child whose logical parent LPARENT is in no DBD.
+Built orphanChild() {
+    RootAndChild d("ORPHDBD");
+    auto parent = made<DSSegmentComplex>("LPARENT", "LPARENT");
+    DSLChild(&parent, &d.child, 1);
+    return {{d.dbd}, "ORPHDBD/CHILD"};
+}
+
+// An XDFLD on ROOT, its source ROOT, searching ROOT's field and subsequenced by CHILD's.
+Built strayXdfld() {
+    RootAndChild d("XDBD");
+    auto x = made<DSXDFLD>("XSTRAY");
+    x->_set_xdfldName("XSTRAY", omStore);
+    DSHasIndex(&d.root, &x, 1);
+    DSHasIndexSource(&x, &d.root, 1);
+    DSHasSearch(&x, &d.key, 1);
+    DSHasSubsequence(&x, &d.childKey, 1);
+    return {{d.dbd}, "XDBD/ROOT/XSTRAY"};
+}
+
+// A database PCB without its DBD.
+Built pcbWithoutDbd() {
+    auto p = made<DSPSB>("NODBDPSB", "NODBDPSB");
+    auto pcb = made<DSPCB>("NODBDPSB.PCB1");
+    pcb->_set_strPCBAccessName("NODBD", omStore);
+    DSIncludesPCB(&p, &pcb, nullptr, 1);
+    auto db = made<DSPCBdb>("NODBDPSB.PCB1.DB");
+    DSSpecifiedByType(&pcb, &db, 1);
+    return {{p}, "NODBDPSB/NODBD"};
+}
 
 std::map<std::string, Trigger> triggers() {
     auto dbd = [](std::string d, const std::string& card) {
@@ -91,6 +256,31 @@ std::map<std::string, Trigger> triggers() {
         {"RANDOMIZER", dbd(replaced(kDbd, ",RMNAME=(DFSHDC40,1,10)", ""), "DBD ")},
         {"DEDB-AREAS",
          dbd(replaced(kDbd, "ACCESS=HDAM,RMNAME=(DFSHDC40,1,10)", "ACCESS=DEDB,RMNAME=DBFHDC44"), "DBD ")},
+        {"LOGICAL-HIERARCHY",
+         {{{"t.dbd", kDbd},
+           {"l.dbd",
+            "         DBD   NAME=LOGDBD,ACCESS=LOGICAL\n"
+            "         SEGM  NAME=LROOT,SOURCE=((ROOT,DATA,BASEDBD))\n"
+            "         SEGM  NAME=LGRAND,PARENT=LROOT,SOURCE=((GRAND,DATA,BASEDBD))\n"
+            "         DBDGEN\n"}},
+          "l.dbd",
+          "NAME=LGRAND"}},
+        {"LCHILD-PAIR", {{{"p.dbd", replaced(kPairDbd, "PAIR=OI", "PAIR=STK")}}, "p.dbd", "NAME=ITM,"}},
+        {"LOGICAL-PARENT", {.build = orphanChild}},
+        {"XDFLD-FIELDS", {.build = strayXdfld}},
+        {"INDEX-PRIMARY",
+         {{{"t.dbd", replaced(hidam(), "BYTES=4\n",
+                              "BYTES=4\n         LCHILD NAME=(BASEIDXS,BASEIDX),POINTER=INDX\n"
+                              "         XDFLD NAME=XCKEY,SRCH=CKEY@#$8\n")},
+           {"i.dbd", kIndexDbd}},
+          "t.dbd",
+          "DBD "}},
+        {"INDEX-TARGET", {{{"t.dbd", kDbd}, {"i.dbd", kIndexDbd}}, "i.dbd", "DBD "}},
+        {"SEG-COUNT", {.build = [] { return segments(int(krsource::kMaxSegments) + 1); }}},
+        {"PCB-COUNT", {.build = [] { return bigPsb("BIGPSB", krsource::kMaxPCBs + 1, 0, 0); }}},
+        {"SENSEG-COUNT", {.build = [] { return bigPsb("BIGPSB", 100, krsource::kMaxSensegs / 100 + 1, 0); }}},
+        {"SENFLD-COUNT", {.build = [] { return bigPsb("BIGPSB", 1, 100, krsource::kMaxSenflds / 100 + 1); }}},
+        {"PCB-DBD", {.build = pcbWithoutDbd}},
         {"LOGICAL-SOURCE",
          {{{"l.dbd",
             "         DBD   NAME=LOGDBD,ACCESS=LOGICAL\n         SEGM  NAME=LROOT,PARENT=0\n         DBDGEN\n"}},
@@ -142,6 +332,20 @@ TEST_P(EveryRule, HasADeckThatTriggersItAtTheStatement) {
     auto it = all_.find(rule.code);
     ASSERT_NE(it, all_.end()) << rule.code << " has no triggering deck";
     const Trigger& t = it->second;
+    if (t.build) {
+        Built built = t.build();
+        std::vector<krcheck::Finding> findings = krcheck::check(built.definitions);
+        bool found = false;
+        for (const krcheck::Finding& f : findings) {
+            if (f.code != rule.code) continue;
+            found = true;
+            EXPECT_EQ(f.severity, rule.severity);
+            EXPECT_FALSE(f.located()) << f.text();
+            EXPECT_EQ(f.path, built.path) << f.text();
+        }
+        EXPECT_TRUE(found) << rule.code << " not reported; findings:\n" << all(findings);
+        return;
+    }
     krsource::LoadResult loaded = krsource::loadDecks(t.decks);
     std::string diagnostics;
     for (const krsource::Diagnostic& d : loaded.diagnostics) diagnostics += d.text() + "\n";
@@ -177,6 +381,32 @@ TEST_F(Check, TheTriggersStartFromDecksWithoutFindings) {
     EXPECT_EQ(all(krcheck::check(loaded)), "");
 }
 
+// Each rule's edge that must pass: physical pairing both ways, logical
+// hierarchies through physical, destination and logical parents, an XDFLD on
+// another segment's field, a HIDAM with its primary index.
+TEST_F(Check, DecksAtTheRulesEdgesHaveNoFindings) {
+    for (const std::vector<krsource::Deck>& decks :
+         {std::vector<krsource::Deck>{{"p.dbd", kPairDbd}}, {{"t.dbd", hidam()}, {"i.dbd", kIndexDbd}}}) {
+        krsource::LoadResult loaded = krsource::loadDecks(decks);
+        std::string diagnostics;
+        for (const krsource::Diagnostic& d : loaded.diagnostics) diagnostics += d.text() + "\n";
+        ASSERT_TRUE(loaded.ok()) << diagnostics;
+        EXPECT_EQ(all(krcheck::check(loaded)), "") << decks.front().bytes;
+        DSRegistrar::releaseAll();
+    }
+}
+
+// Definitions at the limits, made through the model, are not beyond them.
+TEST_F(Check, DefinitionsAtTheLimitsHaveNoFindings) {
+    std::vector<ADObject> at = segments(int(krsource::kMaxSegments)).definitions;
+    for (const Built& b :
+         {bigPsb("PCBPSB", krsource::kMaxPCBs, 0, 0), bigPsb("SENSEGS", 100, krsource::kMaxSensegs / 100, 0)})
+        at.push_back(b.definitions.front());
+    EXPECT_EQ(all(krcheck::check(at)), "");
+    DSRegistrar::releaseAll();
+    EXPECT_EQ(all(krcheck::check(bigPsb("SENFLDS", 1, 100, krsource::kMaxSenflds / 100).definitions)), "");
+}
+
 TEST_F(Check, HandWrittenDecksHaveNoErrors) {
     std::vector<krsource::Deck> decks;
     for (const char* f : {"accounts.dbd", "accounts.psb", "history.dbd", "hospidx.dbd", "hospital.dbd", "hospital.psb",
@@ -204,6 +434,34 @@ TEST_F(Check, TheSampleHasNoErrorsAndItsFindingsNamePaths) {
 TEST_F(Check, ALocatedFindingReadsAsTheToolPrintsIt) {
     krcheck::Finding f{krcheck::Severity::Error, "SEG-ROOT", "D/S", "segment S is a second root", "d.dbd", 3, 10};
     EXPECT_EQ(f.text(), "d.dbd:3:10: error: [SEG-ROOT] segment S is a second root");
+}
+
+// A HIDAM whose primary index is the access of no DBD and whose index key is
+// a field of another segment: what only the model's interface can make.
+TEST_F(Check, APrimaryIndexOutsideADbdOrKeyedOffTheRootIsReported) {
+    RootAndChild d("HDBD");
+    auto hidam = made<DSDBDhidam>("HDBD.ACCESS");
+    DSDefinedByAccess(&d.dbd, &hidam, 1);
+    d.key->_set_sequenceField(1, omStore);
+    d.key->_set_uniqueSequence(1, omStore);
+    auto index = made<DSDBDindex>("LOOSE.ACCESS");
+    DSIndex(&hidam, &index, 1);
+    DSHasRootSequence(&hidam, &d.childKey, 1);
+    EXPECT_EQ(all(krcheck::check(d.dbd.operator->())),
+              "HDBD: error: [INDEX-PRIMARY] the primary index of HIDAM database HDBD is the index of no DBD\n"
+              "HDBD: error: [INDEX-PRIMARY] the primary index's key CKEY is not a field of root segment ROOT\n");
+}
+
+// The README's rules table is the rule table's rows, in its order.
+TEST_F(Check, TheReadmeListsEveryRuleAsTheTableHasIt) {
+    std::string readme = readFile(KRMWTARN_README), rows;
+    for (const krcheck::Rule& r : krcheck::rules())
+        rows += std::string("| `") + r.code + "` | " + (r.severity == krcheck::Severity::Error ? "error" : "warning") +
+                " | " + r.description + " |\n";
+    std::size_t at = readme.find("| code | severity | rule |\n|---|---|---|\n");
+    ASSERT_NE(at, std::string::npos);
+    at = readme.find("\n", readme.find("\n", at) + 1) + 1;
+    EXPECT_EQ(readme.substr(at, readme.find("\n\n", at) + 1 - at), rows);
 }
 
 TEST_F(Check, RuleCodesAreDistinctAndEachRuleHasOneKind) {
