@@ -909,6 +909,10 @@ void Loader::lchildStatement(const Statement& st) {
     Location pairAt = ops["PAIR"] ? ops["PAIR"]->value.at : st.at;
     ADObject parent = d_.segment;
     std::string parentName = d_.segmentName;
+    // The paired segment is the other logical child: a child of this LCHILD's
+    // segment, so it lives in this DBD (in another one than the named child's
+    // when the pair spans two databases).
+    std::string pairDbd = d_.name;
     if (ops["INDEX"])
         diags_.warning(ops["INDEX"]->at, "LCHILD INDEX: only an index DBD's LCHILD names its index field; ignored");
     deferred_.push_back([=, this] {
@@ -916,8 +920,8 @@ void Loader::lchildStatement(const Statement& st) {
         if (!child || !child->isKindOf("DSSegmentComplex"))
             return diags_.error(nameAt, "LCHILD NAME: no segment " + childName + " of a physical DBD " + childDbd);
         _ADObject* paired = nullptr;
-        if (!pair.empty() && !(paired = findSegment(childDbd, pair)))
-            return diags_.error(pairAt, "LCHILD PAIR: no segment " + pair + " in DBD " + childDbd);
+        if (!pair.empty() && !(paired = findSegment(pairDbd, pair)))
+            return diags_.error(pairAt, "LCHILD PAIR: no segment " + pair + " in DBD " + pairDbd);
         guarded(nameAt, "LCHILD", [&] {
             auto p = as<DSSegmentComplex>(parent.impl()), c = as<DSSegmentComplex>(child);
             DSLChild rel;

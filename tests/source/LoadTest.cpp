@@ -134,6 +134,45 @@ TEST(LoadErrors, AFailedOpenerIsToldOnceAndATrueOrphanStill) {
               (V{"t.psb:2:10: error: SENSEG: no database PCB before it"}));
 }
 
+// Physical pairing across two databases: each LCHILD's PAIR names the logical
+// child that lives under the LCHILD's own segment, in the LCHILD's own DBD.
+TEST(LoadPairs, PhysicalPairingAcrossTwoDbdsLoads) {
+    LoadResult r =
+        krsource::loadDecks({{"a.dbd",
+                              "         DBD   NAME=A,ACCESS=HIDAM\n         SEGM  NAME=PA,BYTES=8\n"
+                              "         LCHILD NAME=(CB,B),PAIR=CA,POINTER=DBLE\n"
+                              "         SEGM  NAME=CA,BYTES=8,PARENT=((PA),(PB,PHYSICAL,B))\n         DBDGEN\n"},
+                             {"b.dbd",
+                              "         DBD   NAME=B,ACCESS=HIDAM\n         SEGM  NAME=PB,BYTES=8\n"
+                              "         LCHILD NAME=(CA,A),PAIR=CB,POINTER=DBLE\n"
+                              "         SEGM  NAME=CB,BYTES=8,PARENT=((PB),(PA,PHYSICAL,A))\n         DBDGEN\n"}});
+    ASSERT_TRUE(r.ok()) << decktest::report(r);
+    auto pairOf = [](const char* dbd, const char* seg) {
+        auto* s = static_cast<_DSSegmentComplex*>(
+            DSRegistrar::findObj("DSSegmentComplex", (std::string(dbd) + "." + seg).c_str(), krsource::kDeckVersion));
+        EXPECT_NE(s, nullptr) << dbd << "." << seg;
+        return s;
+    };
+    EXPECT_NE(pairOf("A", "CA"), nullptr);
+    EXPECT_NE(pairOf("B", "CB"), nullptr);
+    std::size_t pairs = 0;
+    DSRegistrar::forEach([&](_ADObject* o) { pairs += o->isKindOf("DSHasPair") ? 1 : 0; });
+    EXPECT_EQ(pairs, 2u);
+    // Written back, the decks load to the same pairs.
+    std::vector<Deck> written;
+    for (const DSDBD& d : r.dbds)
+        written.push_back({std::string(d->objID()) + ".dbd", krsource::writeDbdDeck(d.operator->())});
+    r = LoadResult();
+    DSRegistrar::releaseAll();
+    LoadResult again = krsource::loadDecks(written);
+    ASSERT_TRUE(again.ok()) << decktest::report(again);
+    pairs = 0;
+    DSRegistrar::forEach([&](_ADObject* o) { pairs += o->isKindOf("DSHasPair") ? 1 : 0; });
+    EXPECT_EQ(pairs, 2u);
+    again = LoadResult();
+    DSRegistrar::releaseAll();
+}
+
 // A hostile deck set: the first error it must give (file:line:column: message).
 struct Hostile {
     const char* name;
