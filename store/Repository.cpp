@@ -494,6 +494,9 @@ void Repository::write(std::vector<UnitContent>& units) {
     const Schema& schema = *schema_;
     // Every link's position in both ends' roles, from the roles of the units' objects.
     std::unordered_map<_ADObject*, std::array<long, 2>> positions;
+    std::size_t links = 0;
+    for (const UnitContent& u : units) links += u.links.size();
+    positions.reserve(links);
     auto note = [&](_ADObject* o) {
         forEachRole(o, [&](const ADAttributeEntry& row, DSModelCollection* role) {
             int end = (row.flags & 0xF) == adRowRoleAtSource ? 0 : 1;
@@ -606,7 +609,20 @@ void Repository::write(std::vector<UnitContent>& units) {
                 std::unique_ptr<RowWriter> w = db_->writeRows(table->name, table->columnNames, bulk);
                 failedTable = table;
                 rowNamed = w->rowByRow();
-                for (auto [o, unit] : byTable[ti]) {
+                const auto& rows = byTable[ti];
+                for (std::size_t r = 0; r < rows.size(); ++r) {
+                    // The rows' objects lie all over memory: each is fetched a
+                    // few rows ahead, and a link's ends once the link is in.
+                    if (r + 8 < rows.size()) {
+                        __builtin_prefetch(rows[r + 8].first);
+                        __builtin_prefetch(reinterpret_cast<const char*>(rows[r + 8].first) + 64);
+                    }
+                    if (table->isLink && r + 4 < rows.size()) {
+                        auto* ahead = static_cast<_ADLink*>(rows[r + 4].first);
+                        __builtin_prefetch(ahead->getSource()->impl());
+                        __builtin_prefetch(ahead->getTarget()->impl());
+                    }
+                    auto [o, unit] = rows[r];
                     failedObject = o;
                     w->bindText(Table::kId, o->objID());
                     w->bindText(Table::kVersion, o->context());

@@ -26,7 +26,8 @@ _ADObject* UnitResolver::rootOf(_ADObject* o) {
     auto found = root_.find(o);
     if (found != root_.end()) return found->second;
     // Walk up to a known root or the top, then remember the answer for the chain.
-    std::vector<_ADObject*> chain;
+    std::vector<_ADObject*>& chain = chain_;
+    chain.clear();
     _ADObject* top = o;
     _ADObject* answer = nullptr;
     for (int depth = 0; depth < 64; ++depth) {
@@ -89,7 +90,9 @@ std::vector<UnitContent> collectAllUnits(UnitResolver& resolver) {
     std::vector<UnitContent> units;
     std::unordered_map<_ADObject*, std::size_t> index;
     std::vector<_ADObject*> all;
+    all.reserve(DSRegistrar::count());
     DSRegistrar::forEach([&](_ADObject* o) { all.push_back(o); });
+    resolver.reserve(all.size());
     auto unitOf = [&](_ADObject* root) -> UnitContent& {
         auto [it, added] = index.emplace(root, units.size());
         if (added) {

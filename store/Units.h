@@ -20,10 +20,13 @@ namespace krstore {
 class KRMWTARN_API UnitResolver {
 public:
     _ADObject* rootOf(_ADObject* o);
+    // Room for the roots of this many objects.
+    void reserve(std::size_t objects) { root_.reserve(objects); }
 
 private:
     _ADObject* stepOf(_ADObject* o);
     std::unordered_map<_ADObject*, _ADObject*> root_;
+    std::vector<_ADObject*> chain_;  // the walk up of one rootOf, kept for the next
 };
 
 struct KRMWTARN_API UnitContent {
