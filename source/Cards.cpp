@@ -313,6 +313,10 @@ std::vector<Statement> readStatements(const std::string& file, std::string_view 
                 diags.warning({&file, cards[k].line, static_cast<int>(ct.find_first_not_of(' ')) + 1},
                               "continuation card: text before column 16 is ignored");
             int to = std::min<int>(kStatementEnd, static_cast<int>(ct.size()));
+            // The last card's trailing blanks end the statement whatever they
+            // are; left out, most cards cost their text rather than 71 columns.
+            if (k == last)
+                while (to >= from && ct[to - 1] == ' ') --to;
             for (int col = from; col <= to; ++col) {
                 char c = ct[col - 1];
                 unsigned char u = static_cast<unsigned char>(c);

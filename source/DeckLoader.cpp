@@ -1081,7 +1081,7 @@ void Loader::readDeck(const std::string& file, const std::vector<Statement>& sta
                 diags_.error(st.at, op + ": outside a DBD (no DBD statement before it)");
                 continue;
             }
-            d_.text += op + " " + st.source + "\n";
+            d_.text.append(op).append(" ").append(st.source).append("\n");
             if (d_.skip) continue;
             if ((op == "LCHILD" || op == "XDFLD") && ++d_.references > kMaxReferences) {
                 diags_.error(st.at, op + ": a DBD holds at most " + std::to_string(kMaxReferences) +
@@ -1147,9 +1147,14 @@ void Loader::buildPsb(const PsbGroup& group) {
         diags_);
     if (!require(gen, ops["PSBNAME"], "PSBNAME")) return;
     std::string name = text(ops["PSBNAME"], &ops["PSBNAME"]->value);
+    // The definition's text, to tell a repeated definition from a differing one.
     std::string fullText;
-    for (const Statement* st : group.statements) fullText += st->operation + " " + st->source + "\n";
-    fullText += "PSBGEN " + gen.source + "\n";
+    std::size_t size = gen.source.size() + 8;
+    for (const Statement* st : group.statements) size += st->operation.size() + st->source.size() + 2;
+    fullText.reserve(size);
+    for (const Statement* st : group.statements)
+        fullText.append(st->operation).append(" ").append(st->source).append("\n");
+    fullText.append("PSBGEN ").append(gen.source).append("\n");
     if (auto first = psbTexts_.find(name); first != psbTexts_.end()) {
         if (first->second.second == fullText)
             diags_.warning(gen.at, "PSB " + name + ": defined again identically (first at " +
