@@ -1,7 +1,10 @@
-// TimedStores.h — the store benchmarks' common loop: per iteration, `prepare`
-// makes a fresh repository and the model to store (untimed), then storing
-// every unit into the repository at `location` is timed, and the repository
-// is closed and the model released (untimed).
+// TimedStores.h — the repository benchmarks' common loops. A store: per
+// iteration, `prepare` makes a fresh repository and the model to store
+// (untimed), then storing every unit into the repository at `location` is
+// timed, and the repository is closed and the model released (untimed). A
+// retrieve: opening the repository and retrieving every unit is timed; that
+// `objects` objects and links came back is checked and they are released
+// (untimed).
 #pragma once
 
 #include <krmwtarn/platform/repository/DSRegistrar.h>
@@ -9,6 +12,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstddef>
 #include <string>
 
 template <class Prepare>
@@ -20,6 +24,18 @@ void timedStores(benchmark::State& state, const std::string& location, Prepare&&
         state.ResumeTiming();
         repository->storeAll();
         state.PauseTiming();
+        repository.reset();
+        DSRegistrar::releaseAll();
+        state.ResumeTiming();
+    }
+}
+
+inline void timedRetrieves(benchmark::State& state, const std::string& location, std::size_t objects) {
+    for (auto _ : state) {
+        auto repository = krstore::Repository::open(location);
+        repository->retrieveAll();
+        state.PauseTiming();
+        if (DSRegistrar::count() != objects) state.SkipWithError("not every object came back");
         repository.reset();
         DSRegistrar::releaseAll();
         state.ResumeTiming();

@@ -154,17 +154,7 @@ void StoreLargestModel_Baseline(benchmark::State& state) {
 BENCHMARK(StoreLargestModel_Baseline)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 void RetrieveLargestModel(benchmark::State& state) {
-    const std::string& path = storedModel();
-    for (auto _ : state) {
-        auto repository = krstore::Repository::open(path);
-        repository->retrieveAll();
-        state.PauseTiming();
-        if (DSRegistrar::count() != static_cast<size_t>(kObjects + kLinks))
-            state.SkipWithError("not every object came back");
-        repository.reset();
-        DSRegistrar::releaseAll();
-        state.ResumeTiming();
-    }
+    timedRetrieves(state, storedModel(), static_cast<std::size_t>(kObjects + kLinks));
     counters(state);
 }
 BENCHMARK(RetrieveLargestModel)->Unit(benchmark::kMillisecond)->Iterations(3);

@@ -184,17 +184,7 @@ BENCHMARK(StorePostgres_Baseline)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 void RetrievePostgres(benchmark::State& state) {
     if (!haveServer(state)) return;
-    std::string url = inSchema(storedModel());
-    for (auto _ : state) {
-        auto repository = krstore::Repository::open(url);
-        repository->retrieveAll();
-        state.PauseTiming();
-        if (DSRegistrar::count() != static_cast<size_t>(kObjects + kLinks))
-            state.SkipWithError("not every object came back");
-        repository.reset();
-        DSRegistrar::releaseAll();
-        state.ResumeTiming();
-    }
+    timedRetrieves(state, inSchema(storedModel()), static_cast<std::size_t>(kObjects + kLinks));
     counters(state);
 }
 BENCHMARK(RetrievePostgres)->Unit(benchmark::kMillisecond)->Iterations(3);

@@ -153,15 +153,7 @@ void Retrieve(benchmark::State& state) {
     double objects = buildCopies(static_cast<int>(state.range(0)));
     krstore::Repository::open(path)->storeAll();
     DSRegistrar::releaseAll();
-    for (auto _ : state) {
-        auto repository = krstore::Repository::open(path);
-        repository->retrieveAll();
-        state.PauseTiming();
-        if (static_cast<double>(DSRegistrar::count()) != objects) state.SkipWithError("not every object came back");
-        repository.reset();
-        DSRegistrar::releaseAll();
-        state.ResumeTiming();
-    }
+    timedRetrieves(state, path, static_cast<std::size_t>(objects));
     removeFile(path);
     perObject(state, objects);
 }
