@@ -288,7 +288,10 @@ std::vector<Statement> readStatements(const std::string& file, std::string_view 
     for (std::size_t i = 0; i < cards.size() && !diags.full(); ++i) {
         const Card& first = cards[i];
         const std::string& t = first.text;
-        if (t.find_first_not_of(' ') == std::string::npos) continue;
+        // A card blank in its statement columns (1-72) is a blank card, whatever
+        // its sequence field (73-80) holds.
+        std::size_t used = t.find_first_not_of(' ');
+        if (used == std::string::npos || used >= static_cast<std::size_t>(kContinueColumn)) continue;
         if (t[0] == '*' || (t.size() > 1 && t[0] == '.' && t[1] == '*')) continue;
 
         // The statement's cards: this one and every card a column-72 mark continues to.
@@ -331,7 +334,7 @@ std::vector<Statement> readStatements(const std::string& file, std::string_view 
             }
         }
         i = last;
-        if (invalid || truncated) continue;
+        if (invalid || truncated || text.empty()) continue;
 
         Statement st;
         std::size_t p = 0;

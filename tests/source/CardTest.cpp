@@ -90,6 +90,15 @@ TEST(Cards, ContinuationJoinsAtColumn16AndSequenceColumnsAreIgnored) {
     EXPECT_EQ(st[0].operands[1].value.items[1].at.line, 2);
     EXPECT_EQ(st[0].operands[2].value.text, "4");
     EXPECT_EQ(st[1].operands[1].value.text, "A QUOTED TEXT" + std::string(71 - quoted.size(), ' ') + "SEVENTY-ONE");
+
+    // A card blank in columns 1-72 is a blank card, sequence number or not
+    // (tabs can carry text past column 72 too).
+    deck = std::string(72, ' ') + "00000030\n" + "\t\t\t\t\t\t\t\t\t\tSTRAY\n" + card("         DBDGEN", false) + "\n";
+    Diagnostics blank;
+    st = read(deck, blank);
+    ASSERT_EQ(st.size(), 1u);
+    EXPECT_EQ(st[0].operation, "DBDGEN");
+    EXPECT_FALSE(blank.hasErrors());
 }
 
 TEST(Cards, LineEndsTabsCommentsAndEndOfFileByte) {
