@@ -18,8 +18,6 @@
 
 namespace {
 
-constexpr long kObjects = 46257, kLinks = 89009;
-
 std::string scratch(const char* name) {
     return (std::string(std::getenv("TMPDIR") ? std::getenv("TMPDIR") : "/tmp") + "/krmwtarn_bench_" + name + "_" +
             std::to_string(getpid()) + ".db");
@@ -94,13 +92,6 @@ const std::vector<TableRows>& modelRows() {
         return tables;
     }();
     return all;
-}
-
-void counters(benchmark::State& state) {
-    state.counters["objects"] = kObjects;
-    state.counters["links"] = kLinks;
-    state.counters["objects_per_s"] =
-        benchmark::Counter(static_cast<double>(kObjects + kLinks) * state.iterations(), benchmark::Counter::kIsRate);
 }
 
 void StoreLargestModel(benchmark::State& state) {

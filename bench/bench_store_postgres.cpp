@@ -18,8 +18,6 @@
 
 namespace {
 
-constexpr long kObjects = 46257, kLinks = 89009;
-
 const char* server() {
     const char* url = std::getenv("KRMWTARN_TEST_PG");
     return url && *url ? url : nullptr;
@@ -93,13 +91,6 @@ const std::vector<TableRows>& modelRows() {
         return tables;
     }();
     return all;
-}
-
-void counters(benchmark::State& state) {
-    state.counters["objects"] = kObjects;
-    state.counters["links"] = kLinks;
-    state.counters["objects_per_s"] =
-        benchmark::Counter(static_cast<double>(kObjects + kLinks) * state.iterations(), benchmark::Counter::kIsRate);
 }
 
 bool haveServer(benchmark::State& state) {

@@ -144,6 +144,8 @@ public:
 
 private:
     PGresult* next();
+    // Takes the next result into the statement it belongs to; answers that statement.
+    PgStatement* takeNext();
     void close() noexcept;
     PGconn* conn_;
     std::deque<PgStatement*> queue_;
@@ -275,12 +277,17 @@ PGresult* Pipeline::next() {
     return r;
 }
 
+PgStatement* Pipeline::takeNext() {
+    PgStatement* p = queue_.front();
+    p->take(next());
+    return p;
+}
+
 void Pipeline::receive(PgStatement* statement) {
     while (!queue_.empty()) {
-        PgStatement* p = queue_.front();
-        PGresult* r = next();
+        PgStatement* p = nullptr;
         try {
-            p->take(r);
+            p = takeNext();
         } catch (...) {
             settle();
             throw;
@@ -291,10 +298,8 @@ void Pipeline::receive(PgStatement* statement) {
 
 void Pipeline::settle() noexcept {
     while (!queue_.empty()) {
-        PgStatement* p = queue_.front();
-        PGresult* r = next();
         try {
-            p->take(r);
+            takeNext();
         } catch (...) {
             // A failure is told by the statement that was stepped.
         }
