@@ -311,6 +311,12 @@ case_decks_load_and_refusals() {
     check 0 --repo "$repo" list
     expect_out "PARTDBD"
     ! grep -q "HOSPPSB" "$work/out" || fail "a refused load left its PSB in the repository"
+    # A refused load or import into a repository it would make leaves no file behind.
+    check 1 --repo "$work/never.krmwtarn" load "$decks/hospital.psb"
+    [ ! -e "$work/never.krmwtarn" ] || fail "a refused load left a new repository file behind"
+    echo '{"@class":"DSDBD"}' >"$work/refused.json"
+    check 1 --repo "$work/never.krmwtarn" import "$work/refused.json"
+    [ ! -e "$work/never.krmwtarn" ] || fail "a refused import left a new repository file behind"
     # Stored DBDs resolve a later load's names: the PSB comes in on its own.
     check 0 --repo "$repo" load "$decks/hospital.dbd" "$decks/hospidx.dbd" "$decks/nameidx.dbd" "$decks/hosplog.dbd" \
         "$decks/history.dbd"

@@ -4,12 +4,14 @@
 
 #include <krmwtarn/platform/common/KVException.h>
 #include <krmwtarn/store/Repository.h>
+#include <krmwtarn/store/Sql.h>
 #include <krmwtarn/store/Units.h>
 #include "tools/json/ViewDocument.h"
 #include "tools/sample/SampleModel.h"
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
 #include <iomanip>
 #include <unordered_set>
 #include <iostream>
@@ -45,7 +47,15 @@ int storeSample(const std::string& repo, std::ostream& out, std::ostream& err) {
 
 int storeMade(const std::string& repo, bool quiet, std::ostream& out, std::ostream& err,
               const std::function<int(krstore::Repository&, std::vector<_ADObject*>& roots)>& make) {
-    return withRepository(repo, err, [&](krstore::Repository& r) {
+    // A repository file that this command makes and then stores nothing in
+    // (the load or import was refused) is taken away again.
+    std::string file;
+    if (!krstore::isPostgresURL(repo)) {
+        file = repo.rfind("file://", 0) == 0 ? repo.substr(7) : repo.rfind("file:", 0) == 0 ? repo.substr(5) : repo;
+        std::error_code ec;
+        if (std::filesystem::exists(file, ec) || ec) file.clear();
+    }
+    int status = withRepository(repo, err, [&](krstore::Repository& r) {
         std::vector<_ADObject*> roots;
         int status = make(r, roots);
         if (status != 0) return status;
@@ -65,6 +75,11 @@ int storeMade(const std::string& repo, bool quiet, std::ostream& out, std::ostre
         if (!quiet) out << "stored " << store.size() << " unit(s) in " << r.location() << "\n";
         return 0;
     });
+    if (status != 0 && !file.empty()) {
+        std::error_code ec;
+        for (const char* suffix : {"", "-journal", "-wal", "-shm"}) std::filesystem::remove(file + suffix, ec);
+    }
+    return status;
 }
 
 int list(const std::string& repo, std::ostream& out, std::ostream& err) {
