@@ -54,21 +54,44 @@ std::array<char, 256> ebcdicTable(Encoding e) {
     return t;
 }
 
-void addCard(std::vector<Card>& cards, std::string text, int line) {
-    // Tabs stop every 8 columns.
-    if (text.find('\t') != std::string::npos) {
-        std::string expanded;
-        for (char c : text) {
-            if (c == '\t')
-                expanded.append(8 - expanded.size() % 8, ' ');
-            else
-                expanded.push_back(c);
-            if (expanded.size() > 80) break;
+// The decoded cards of a deck: every card's text back to back in one buffer,
+// so a deck of many thousand cards costs one allocation rather than one each.
+class CardTexts {
+public:
+    explicit CardTexts(std::size_t bytes) { buffer_.reserve(bytes + bytes / 8 + 16); }
+
+    // Adds a card; tabs stop every 8 columns.
+    void add(std::string_view text, int line) {
+        std::size_t from = buffer_.size();
+        if (text.find('\t') == std::string_view::npos) {
+            buffer_.append(text);
+        } else {
+            for (char c : text) {
+                if (c == '\t')
+                    buffer_.append(8 - (buffer_.size() - from) % 8, ' ');
+                else
+                    buffer_.push_back(c);
+                if (buffer_.size() - from > 80) break;
+            }
         }
-        text = std::move(expanded);
+        spans_.push_back({from, buffer_.size() - from, line});
     }
-    cards.push_back({std::move(text), line});
-}
+    std::size_t size() const noexcept { return spans_.size(); }
+    std::string_view text(std::size_t i) const noexcept {
+        return std::string_view(buffer_).substr(spans_[i].from, spans_[i].length);
+    }
+    int line(std::size_t i) const noexcept { return spans_[i].line; }
+
+private:
+    struct Span {
+        std::size_t from, length;
+        int line;
+    };
+    std::string buffer_;
+    std::vector<Span> spans_;
+};
+
+CardTexts decode(std::string_view bytes, Encoding* detected);
 
 bool blank(char c) { return c == ' '; }
 
@@ -96,8 +119,9 @@ Encoding detectEncoding(std::string_view bytes) {
     return open1047 > open037 ? Encoding::Ebcdic1047 : Encoding::Ebcdic037;
 }
 
-std::vector<Card> decodeCards(std::string_view bytes, Encoding* detected) {
-    std::vector<Card> cards;
+namespace {
+CardTexts decode(std::string_view bytes, Encoding* detected) {
+    CardTexts cards(bytes.size());
     Encoding e = detectEncoding(bytes);
     if (detected) *detected = e;
     if (e == Encoding::Ascii) {
@@ -110,7 +134,7 @@ std::vector<Card> decodeCards(std::string_view bytes, Encoding* detected) {
             std::string_view text = bytes.substr(start, end == std::string_view::npos ? end : end - start);
             if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
             if (text.size() > 80) text = text.substr(0, 80);  // sequence columns and beyond
-            addCard(cards, std::string(text), ++line);
+            cards.add(text, ++line);
             if (end == std::string_view::npos) break;
             start = end + 1;
         }
@@ -124,17 +148,26 @@ std::vector<Card> decodeCards(std::string_view bytes, Encoding* detected) {
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         unsigned char b = static_cast<unsigned char>(bytes[i]);
         if (lineEnds && (b == 0x15 || b == 0x25)) {
-            addCard(cards, std::move(text), ++line);
+            cards.add(text, ++line);
             text.clear();
             continue;
         }
         if (text.size() < 80) text.push_back(table[b]);
         if (!lineEnds && text.size() == 80) {
-            addCard(cards, std::move(text), ++line);
+            cards.add(text, ++line);
             text.clear();
         }
     }
-    if (!text.empty()) addCard(cards, std::move(text), ++line);
+    if (!text.empty()) cards.add(text, ++line);
+    return cards;
+}
+}  // namespace
+
+std::vector<Card> decodeCards(std::string_view bytes, Encoding* detected) {
+    CardTexts texts = decode(bytes, detected);
+    std::vector<Card> cards;
+    cards.reserve(texts.size());
+    for (std::size_t i = 0; i < texts.size(); ++i) cards.push_back({std::string(texts.text(i)), texts.line(i)});
     return cards;
 }
 
@@ -282,12 +315,12 @@ bool freeText(const std::string& op) {
 
 std::vector<Statement> readStatements(const std::string& file, std::string_view bytes, Diagnostics& diags) {
     std::vector<Statement> statements;
-    std::vector<Card> cards = decodeCards(bytes);
+    CardTexts cards = decode(bytes, nullptr);
     std::vector<Ch> text;
     std::vector<Ch> field;
     for (std::size_t i = 0; i < cards.size() && !diags.full(); ++i) {
-        const Card& first = cards[i];
-        const std::string& t = first.text;
+        std::string_view t = cards.text(i);
+        const int firstLine = cards.line(i);
         // A card blank in its statement columns (1-72) is a blank card, whatever
         // its sequence field (73-80) holds.
         std::size_t used = t.find_first_not_of(' ');
@@ -297,9 +330,9 @@ std::vector<Statement> readStatements(const std::string& file, std::string_view 
         // The statement's cards: this one and every card a column-72 mark continues to.
         std::size_t last = i;
         bool truncated = false;
-        while (cards[last].text.size() >= kContinueColumn && !blank(cards[last].text[kContinueColumn - 1])) {
+        while (cards.text(last).size() >= kContinueColumn && !blank(cards.text(last)[kContinueColumn - 1])) {
             if (last + 1 == cards.size()) {
-                diags.error({&file, cards[last].line, kContinueColumn},
+                diags.error({&file, cards.line(last), kContinueColumn},
                             "continuation mark in column 72 on the last card: the statement is incomplete");
                 truncated = true;
                 break;
@@ -309,11 +342,11 @@ std::vector<Statement> readStatements(const std::string& file, std::string_view 
         text.clear();
         bool invalid = false;
         for (std::size_t k = i; k <= last; ++k) {
-            const std::string& ct = cards[k].text;
+            std::string_view ct = cards.text(k);
             int from = k == i ? 1 : kContinuedText;
             if (k > i && ct.find_first_not_of(' ') < static_cast<std::size_t>(kContinuedText - 1) &&
                 ct.find_first_not_of(' ') != std::string::npos)
-                diags.warning({&file, cards[k].line, static_cast<int>(ct.find_first_not_of(' ')) + 1},
+                diags.warning({&file, cards.line(k), static_cast<int>(ct.find_first_not_of(' ')) + 1},
                               "continuation card: text before column 16 is ignored");
             int to = std::min<int>(kStatementEnd, static_cast<int>(ct.size()));
             // The last card's trailing blanks end the statement whatever they
@@ -326,11 +359,11 @@ std::vector<Statement> readStatements(const std::string& file, std::string_view 
                 if ((u < 0x20 || u >= 0x7f) && !invalid) {
                     char hex[8];
                     std::snprintf(hex, sizeof hex, "0x%02X", u);
-                    diags.error({&file, cards[k].line, col},
+                    diags.error({&file, cards.line(k), col},
                                 std::string("invalid character ") + hex + " in the statement");
                     invalid = true;
                 }
-                text.push_back({c, cards[k].line, col, static_cast<int>(k - i)});
+                text.push_back({c, cards.line(k), col, static_cast<int>(k - i)});
             }
         }
         i = last;
@@ -352,7 +385,7 @@ std::vector<Statement> readStatements(const std::string& file, std::string_view 
         }
         skipBlanks();
         if (p >= text.size() || text[p].card != 0) {
-            diags.error({&file, first.line, 1}, "a label without an operation");
+            diags.error({&file, firstLine, 1}, "a label without an operation");
             continue;
         }
         st.at = {&file, text[p].line, text[p].column};

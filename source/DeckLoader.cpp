@@ -10,6 +10,7 @@
 #include <krmwtarn/source/Cards.h>
 #include <krmwtarn/source/FieldGeometry.h>
 
+#include <algorithm>
 #include <cctype>
 #include <cerrno>
 #include <cstring>
@@ -19,6 +20,7 @@
 #include <iterator>
 #include <optional>
 #include <unordered_map>
+#include <string_view>
 #include <unordered_set>
 
 namespace krsource {
@@ -30,8 +32,9 @@ bool LoadResult::ok() const noexcept {
 }
 
 const Place* LoadResult::placeOf(const _ADObject* object) const {
-    auto it = places.find(object);
-    return it == places.end() ? nullptr : &it->second;
+    auto it = std::lower_bound(places.begin(), places.end(), object,
+                               [](const auto& entry, const _ADObject* o) { return entry.first < o; });
+    return it == places.end() || it->first != object ? nullptr : &it->second;
 }
 
 namespace {
@@ -40,12 +43,23 @@ std::string where(const Location& at) {
     return (at.file ? *at.file : std::string()) + ":" + std::to_string(at.line) + ":" + std::to_string(at.column);
 }
 
-// Statements that carry no definition, and statements of the language that the
-// model does not represent (data conversion and mapping).
-bool isDirective(const std::string& op) {
-    return op == "TITLE" || op == "PRINT" || op == "EJECT" || op == "SPACE" || op == "FINISH" || op == "END";
+// The operations a deck may hold, told apart once per statement: directives
+// carry no definition; data conversion and mapping statements are part of the
+// language but have no place in the model.
+enum class Op { Dbd, Dbdgen, Dataset, Area, Segm, Field, Lchild, Xdfld, Pcb, Senseg, Senfld, Psbgen, Directive, Unmodelled, Unknown };
+
+Op opOf(std::string_view op) {
+    static constexpr std::pair<std::string_view, Op> kOps[] = {
+        {"DBD", Op::Dbd},           {"DBDGEN", Op::Dbdgen},      {"DATASET", Op::Dataset},    {"AREA", Op::Area},
+        {"SEGM", Op::Segm},         {"FIELD", Op::Field},        {"LCHILD", Op::Lchild},      {"XDFLD", Op::Xdfld},
+        {"PCB", Op::Pcb},           {"SENSEG", Op::Senseg},      {"SENFLD", Op::Senfld},      {"PSBGEN", Op::Psbgen},
+        {"TITLE", Op::Directive},   {"PRINT", Op::Directive},    {"EJECT", Op::Directive},    {"SPACE", Op::Directive},
+        {"FINISH", Op::Directive},  {"END", Op::Directive},      {"DFSMARSH", Op::Unmodelled}, {"DFSMAP", Op::Unmodelled},
+        {"DFSCASE", Op::Unmodelled}};
+    for (const auto& [name, kind] : kOps)
+        if (name == op) return kind;
+    return Op::Unknown;
 }
-bool isUnmodelled(const std::string& op) { return op == "DFSMARSH" || op == "DFSMAP" || op == "DFSCASE"; }
 
 // The largest definitions the generation utilities accept (with the limits of
 // DeckLoader.h). They also bound the model's work: each new link is checked
@@ -59,6 +73,8 @@ constexpr int kMaxFields = 1000, kMaxReferences = 1000, kMaxDatasets = 2048;
 class Operands {
 public:
     Operands(const Statement& st, std::initializer_list<const char*> accepted, Diagnostics& diags) {
+        for (const char* k : accepted)
+            if (count_ < kMaxKeywords) accepted_[count_++] = k;
         for (const Operand& op : st.operands) {
             if (op.keyword.empty()) {
                 if (op.value.isEmpty()) continue;
@@ -66,27 +82,34 @@ public:
                                          "' has no place in the model; ignored");
                 continue;
             }
-            bool known = false;
-            for (const char* k : accepted) known = known || op.keyword == k;
-            if (!known) {
+            std::size_t i = 0;
+            while (i < count_ && std::strcmp(op.keyword.c_str(), accepted_[i]) != 0) ++i;
+            if (i == count_) {
                 diags.warning(op.at, st.operation + " " + op.keyword + ": keyword has no place in the model; ignored");
                 continue;
             }
-            if ((*this)[op.keyword.c_str()])
+            if (given_[i])
                 diags.error(op.at, st.operation + " " + op.keyword + ": given twice");
             else
-                given_.push_back(&op);
+                given_[i] = &op;
         }
     }
+    // The operand given for one of the accepted keywords. The statements ask
+    // with the same literals they accept, so the address usually decides.
     const Operand* operator[](const char* key) const {
-        for (const Operand* op : given_)
-            if (op->keyword == key) return op;
+        for (std::size_t i = 0; i < count_; ++i)
+            if (accepted_[i] == key) return given_[i];
+        for (std::size_t i = 0; i < count_; ++i)
+            if (std::strcmp(accepted_[i], key) == 0) return given_[i];
         return nullptr;
     }
 
 private:
-    // A statement has a handful of keywords: a short list beats any map.
-    std::vector<const Operand*> given_;
+    // A statement accepts a handful of keywords: fixed slots beat any map.
+    static constexpr std::size_t kMaxKeywords = 16;
+    const char* accepted_[kMaxKeywords] = {};
+    const Operand* given_[kMaxKeywords] = {};
+    std::size_t count_ = 0;
 };
 
 // Handles by identity that remember what a load made, so it can be undone.
@@ -1057,15 +1080,16 @@ void Loader::readDeck(const std::string& file, const std::vector<Statement>& sta
     for (const Statement& st : statements) {
         lastAt = here_ = st.at;
         const std::string& op = st.operation;
-        if (isDirective(op)) continue;
-        if (isUnmodelled(op)) {
+        const Op kind = opOf(op);
+        if (kind == Op::Directive) continue;
+        if (kind == Op::Unmodelled) {
             diags_.warning(st.at, op + ": statement has no place in the model; skipped");
             continue;
         }
-        bool dbdPart =
-            op == "DATASET" || op == "AREA" || op == "SEGM" || op == "FIELD" || op == "LCHILD" || op == "XDFLD";
-        bool psbPart = op == "PCB" || op == "SENSEG" || op == "SENFLD";
-        if (op == "DBD") {
+        bool dataset = kind == Op::Dataset || kind == Op::Area;
+        bool dbdPart = dataset || kind == Op::Segm || kind == Op::Field || kind == Op::Lchild || kind == Op::Xdfld;
+        bool psbPart = kind == Op::Pcb || kind == Op::Senseg || kind == Op::Senfld;
+        if (kind == Op::Dbd) {
             errorsAtOpener_ = kNoOpener;
             if (d_.open) endDbd(st.at, false);
             if (!psb.statements.empty()) {
@@ -1073,7 +1097,7 @@ void Loader::readDeck(const std::string& file, const std::vector<Statement>& sta
                 psb = PsbGroup();
             }
             dbdStatement(st);
-        } else if (op == "DBDGEN") {
+        } else if (kind == Op::Dbdgen) {
             if (!d_.open) diags_.error(st.at, "DBDGEN: no DBD statement before it");
             endDbd(st.at, true);
         } else if (dbdPart) {
@@ -1083,32 +1107,32 @@ void Loader::readDeck(const std::string& file, const std::vector<Statement>& sta
             }
             d_.text.append(op).append(" ").append(st.source).append("\n");
             if (d_.skip) continue;
-            if ((op == "LCHILD" || op == "XDFLD") && ++d_.references > kMaxReferences) {
+            if ((kind == Op::Lchild || kind == Op::Xdfld) && ++d_.references > kMaxReferences) {
                 diags_.error(st.at, op + ": a DBD holds at most " + std::to_string(kMaxReferences) +
                                         " LCHILD and XDFLD statements");
                 continue;
             }
-            if ((op == "DATASET" || op == "AREA") && ++d_.datasets > kMaxDatasets) {
+            if (dataset && ++d_.datasets > kMaxDatasets) {
                 diags_.error(st.at, op + ": a DBD holds at most " + std::to_string(kMaxDatasets) + " dataset groups");
                 continue;
             }
-            if (op == "DATASET" || op == "AREA") {
+            if (dataset) {
                 errorsAtOpener_ = kNoOpener;
                 closeSegment();
-                datasetStatement(st, op == "AREA");
-            } else if (op == "SEGM") {
+                datasetStatement(st, kind == Op::Area);
+            } else if (kind == Op::Segm) {
                 errorsAtOpener_ = diags_.errorCount();
                 segmStatement(st);
-            } else if (op == "FIELD") {
+            } else if (kind == Op::Field) {
                 fieldStatement(st);
-            } else if (op == "LCHILD") {
+            } else if (kind == Op::Lchild) {
                 lchildStatement(st);
             } else {
                 xdfldStatement(st);
             }
-        } else if (psbPart || op == "PSBGEN") {
+        } else if (psbPart || kind == Op::Psbgen) {
             if (d_.open) endDbd(st.at, false);
-            if (op == "PSBGEN") {
+            if (kind == Op::Psbgen) {
                 psb.psbgen = &st;
                 psbs_.push_back(std::move(psb));
                 psb = PsbGroup();
@@ -1202,7 +1226,8 @@ void Loader::buildPsb(const PsbGroup& group) {
     for (const Statement* stp : group.statements) {
         const Statement& st = *stp;
         here_ = st.at;
-        if (st.operation == "PCB") {
+        const Op kind = opOf(st.operation);
+        if (kind == Op::Pcb) {
             errorsAtOpener_ = diags_.errorCount();
             Operands p(st,
                        {"TYPE", "DBDNAME", "PROCOPT", "KEYLEN", "POS", "PROCSEQ", "PCBNAME", "LIST", "SB", "NAME",
@@ -1311,7 +1336,7 @@ void Loader::buildPsb(const PsbGroup& group) {
                     if (p[key])
                         diags_.warning(p[key]->at, std::string("PCB ") + key + ": only a TP PCB has it; ignored");
             });
-        } else if (st.operation == "SENSEG") {
+        } else if (kind == Op::Senseg) {
             bool quiet = openerFailed();
             errorsAtOpener_ = diags_.errorCount();
             Operands s(st, {"NAME", "PARENT", "PROCOPT", "SSPTR", "INDICES"}, diags_);
@@ -1388,7 +1413,7 @@ void Loader::buildPsb(const PsbGroup& group) {
             sensegs.emplace(segName, sense);
             senseg = sense;
             sensegName = segName;
-        } else if (st.operation == "SENFLD") {
+        } else if (kind == Op::Senfld) {
             Operands f(st, {"NAME", "START", "REPL"}, diags_);
             if (senseg.isEmpty()) {
                 if (!openerFailed()) diags_.error(st.at, "SENFLD: no SENSEG before it");
@@ -1443,9 +1468,13 @@ void Loader::keep(LoadResult& result, const std::vector<std::string>& files) {
     result.dbds = std::move(loadedDbds_);
     result.psbs = std::move(loadedPsbs_);
     result.files = files;
+    // A sorted list: one allocation and a sort cost less than a hash table
+    // of tens of thousands of entries, and a lookup is a binary search.
     result.places.reserve(places_.size());
     for (const auto& [object, at] : places_)
-        result.places.emplace(object, Place{static_cast<int>(at.file - files.data()), at.line, at.column});
+        result.places.emplace_back(object, Place{static_cast<int>(at.file - files.data()), at.line, at.column});
+    std::sort(result.places.begin(), result.places.end(),
+              [](const auto& a, const auto& b) { return a.first < b.first; });
     places_.clear();
     madeLinks_.clear();
     made_.clear();

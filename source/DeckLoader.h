@@ -14,7 +14,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace krsource {
@@ -44,9 +44,10 @@ struct KRMWTARN_API LoadResult {
     std::vector<Diagnostic> diagnostics;  // in reading order
     std::vector<DSDBD> dbds;              // the loaded definitions, in deck order
     std::vector<DSPSB> psbs;
-    std::vector<std::string> files;                      // the decks' names, as messages give them
-    std::unordered_map<const _ADObject*, Place> places;  // every object the load made, by its statement
-    bool ok() const noexcept;                            // no error among the diagnostics
+    std::vector<std::string> files;  // the decks' names, as messages give them
+    // Every object the load made with its statement, ordered by object address.
+    std::vector<std::pair<const _ADObject*, Place>> places;
+    bool ok() const noexcept;  // no error among the diagnostics
     // The statement that made `object`, or nothing for an object the load did
     // not make (one that was there before, or a link).
     const Place* placeOf(const _ADObject* object) const;

@@ -102,7 +102,7 @@ TEST_P(StoreTest, HundredDefinitionsInThirteenVersions) {
     DSRegistrar::releaseAll();
     auto r = open();
     for (const krstore::UnitInfo& u : r->units())
-        for (int v = 1; v <= 12; ++v) r->copyUnit(u.key, "V" + std::to_string(v));
+        for (int v = 1; v <= 12; ++v) r->copyUnit(u.key, std::string("V").append(std::to_string(v)));
     int definitions = 0;
     for (const krstore::UnitInfo& u : r->units())
         definitions += u.key.className == "DSDBD" || u.key.className == "DSPSB";
