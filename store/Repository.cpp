@@ -19,6 +19,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <map>
 #include <unordered_set>
 
 #include <pwd.h>
@@ -193,10 +194,10 @@ private:
 // Inserts a link handle into a role at its stored position: behind every
 // element stored before it (elements of unknown position count as before).
 void insertAt(DSModelCollection* role, const ADObject& link, long position, int end,
-              const std::unordered_map<_ADObject*, std::array<long, 2>>& positions) {
+              const LinkPositions& positions) {
     auto storedAt = [&](const ADObject& h) {
-        auto it = positions.find(h.impl());
-        return it == positions.end() ? -1 : it->second[end];
+        const LinkPositions::Positions* at = positions.find(h.impl());
+        return at ? (*at)[end] : -1;
     };
     long n = role->count();
     if (n == 0 || storedAt(*role->at(n - 1)) <= position) {
@@ -214,15 +215,17 @@ void insertAt(DSModelCollection* role, const ADObject& link, long position, int 
 }  // namespace
 
 struct Repository::LinkRow {
-    const Table* table = nullptr;
-    std::string id, version;
-    const char* endClass[2] = {nullptr, nullptr};
-    std::string endID[2];
+    // What attaching reads of every row, in position order and so all over
+    // memory, lies in the row's first cache line.
     long position[2] = {0, 0};
-    std::vector<Value> values;  // the attribute columns
     // Resolved while attaching: the ends once live, the link once made.
     _ADObject* end[2] = {nullptr, nullptr};
     _KRLink* link = nullptr;
+    const Table* table = nullptr;
+    const char* endClass[2] = {nullptr, nullptr};
+    std::string id, version;
+    std::string endID[2];
+    std::vector<Value> values;  // the attribute columns
 };
 
 std::string UnitKey::text() const { return className + " " + objID + " (" + version + ")"; }
@@ -680,7 +683,7 @@ void Repository::write(std::vector<UnitContent>& units) {
         for (_ADObject* o : units[i].objects) clearChanges(o);
         for (_ADObject* l : units[i].links) {
             clearChanges(l);
-            positions_[l] = {positionOf(l, 0), positionOf(l, 1)};
+            positions_.set(l, {positionOf(l, 0), positionOf(l, 1)});
         }
     }
 }
@@ -851,6 +854,15 @@ void Repository::attachPending() {
         }
     }
     positions_.reserve(positions_.size() + ready.size());
+    // Whether an end object fits its link's end depends on its class alone:
+    // asked once per stored class and declared end class (the stored names
+    // are the schema's own strings, so their addresses tell them apart).
+    std::map<std::pair<const char*, const char*>, bool> fits;
+    auto endFits = [&fits](const char* storedClass, _ADObject* o, const char* declared) {
+        auto [it, fresh] = fits.try_emplace({storedClass, declared}, false);
+        if (fresh) it->second = o->isKindOf(declared) != 0;
+        return it->second;
+    };
     // Each end's pass takes the rows by their stored position at that end
     // (ties in the order the previous pass left), sorted as contiguous
     // (position, place) pairs rather than through the rows themselves.
@@ -862,14 +874,22 @@ void Repository::attachPending() {
         for (std::size_t i = 0; i < ready.size(); ++i) sorted[i] = ready[byPosition[i].second];
         ready.swap(sorted);
         // Position order visits rows, links and end objects all over memory:
-        // each is fetched a few rows ahead of its use.
+        // each is fetched a few rows ahead of its use, in stages: the row, then
+        // the link and the end object, then the link's end slot and the end's
+        // role, whose places are known once the objects' first lines are in.
         constexpr std::size_t kAhead = 8;
         for (std::size_t i = 0; i < ready.size(); ++i) {
-            if (i + 2 * kAhead < ready.size()) __builtin_prefetch(ready[i + 2 * kAhead]);
-            if (i + kAhead < ready.size()) {
-                const LinkRow* ahead = ready[i + kAhead];
+            if (i + 3 * kAhead < ready.size()) __builtin_prefetch(ready[i + 3 * kAhead]);
+            if (i + 2 * kAhead < ready.size()) {
+                const LinkRow* ahead = ready[i + 2 * kAhead];
                 __builtin_prefetch(ahead->link);
                 __builtin_prefetch(ahead->end[end]);
+            }
+            if (i + kAhead < ready.size()) {
+                const LinkRow* ahead = ready[i + kAhead];
+                __builtin_prefetch(&ahead->link->endSlot(end));
+                __builtin_prefetch(ahead->link->linkInfo().role[end](ahead->end[end]));
+                if (end == 0) positions_.prefetch(ahead->link);
             }
             LinkRow* row = ready[i];
             _KRLink* link = row->link;
@@ -878,14 +898,13 @@ void Repository::attachPending() {
                 int c = 0;
                 for (const Column& col : row->table->columns)
                     apply(link, col, row->values[c++], omStore | omKeepChanged);
-                auto& pos = positions_[link];
-                pos = {row->position[0], row->position[1]};
+                positions_.set(link, {row->position[0], row->position[1]});
             }
             ADObject& slot = link->endSlot(end);
             if (!slot.isEmpty()) continue;
             _ADObject* o = row->end[end];
             const KRLinkInfo& info = link->linkInfo();
-            if (!o->isKindOf(info.endClass[end])) continue;
+            if (!endFits(row->endClass[end], o, info.endClass[end])) continue;
             slot = o;
             insertAt(info.role[end](o), ADObject(link), row->position[end], end, positions_);
         }

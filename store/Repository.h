@@ -12,6 +12,7 @@
 
 #include <krmwtarn/platform/repository/ADObject.h>
 #include <krmwtarn/platform/techobj/DSRepositoryClient.h>
+#include <krmwtarn/store/LinkPositions.h>
 
 #include <array>
 #include <tuple>
@@ -183,7 +184,7 @@ private:
     std::map<UnitKey, long> revisions_;
     std::map<UnitKey, ADObject> roots_;
     // Stored positions of retrieved links in their source's and target's roles.
-    std::unordered_map<_ADObject*, std::array<long, 2>> positions_;
+    LinkPositions positions_;
     std::vector<std::unique_ptr<LinkRow>> pending_;
     // Units whose lock mark this program's session holds.
     std::vector<long long> marks_;

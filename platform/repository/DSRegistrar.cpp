@@ -1,10 +1,10 @@
 // DSRegistrar.cpp — the registry keyed by (class, object ID, context): a flat
-// open-addressing table of (hash, object) slots with linear probing. A probe
-// compares stored hashes first and touches an object's strings only when the
-// hashes agree, so a lookup costs about one cache line whatever the size;
-// removal shifts the following entries back, so no tombstones pile up.
+// table of (hash, object) slots. A probe compares stored hashes first and
+// touches an object's strings only when the hashes agree, so a lookup costs
+// about one cache line whatever the size.
 #include <krmwtarn/platform/repository/DSRegistrar.h>
 
+#include <krmwtarn/platform/common/FlatTable.h>
 #include <krmwtarn/platform/repository/ADObject.h>
 
 #include <cstdint>
@@ -36,24 +36,29 @@ bool sameKey(const _ADObject* o, const char* cls, const char* id, const char* ct
            std::strcmp(orEmpty(o->context()), orEmpty(ctx)) == 0;
 }
 
+struct Slot {
+    std::uint64_t hash = 0;
+    _ADObject* obj = nullptr;  // null: free
+};
+struct SlotTraits {
+    static bool isFree(const Slot& s) noexcept { return !s.obj; }
+    static std::uint64_t hashOf(const Slot& s) noexcept { return s.hash; }
+};
+
+// The slot of the object registered under a key: stored hashes first, the
+// object's own strings only when they agree.
+auto byKey(std::uint64_t h, const char* cls, const char* id, const char* ctx) noexcept {
+    return [=](const Slot& s) { return s.hash == h && sameKey(s.obj, cls, id, ctx); };
+}
+
 class Table {
 public:
-    struct Slot {
-        std::uint64_t hash;
-        _ADObject* obj;  // null: free
-    };
+    std::size_t size() const noexcept { return slots_.size(); }
 
-    std::size_t size() const noexcept { return size_; }
-
-    // The slot that holds the key, or the free slot where it would go.
-    std::size_t probe(std::uint64_t h, const char* cls, const char* id, const char* ctx) const noexcept {
-        std::size_t i = h & mask_;
-        while (slots_[i].obj && !(slots_[i].hash == h && sameKey(slots_[i].obj, cls, id, ctx))) i = (i + 1) & mask_;
-        return i;
-    }
     _ADObject* find(const char* cls, const char* id, const char* ctx) const noexcept {
-        if (size_ == 0) return nullptr;
-        return slots_[probe(hashOf(cls, id, ctx), cls, id, ctx)].obj;
+        std::uint64_t h = hashOf(cls, id, ctx);
+        const Slot* s = slots_.find(h, byKey(h, cls, id, ctx));
+        return s ? s->obj : nullptr;
     }
     // Batched lookups in groups: the home slots of a group are fetched first,
     // then the objects whose stored hash agrees, then each probe runs on what
@@ -64,78 +69,46 @@ public:
         for (std::size_t base = 0; base < n; base += kGroup) {
             std::size_t m = n - base < kGroup ? n - base : kGroup;
             const DSRegistrar::Key* k = keys + base;
-            if (size_ == 0) {
+            if (slots_.size() == 0) {
                 for (std::size_t i = 0; i < m; ++i) out[base + i] = nullptr;
                 continue;
             }
             for (std::size_t i = 0; i < m; ++i) {
                 h[i] = hashOf(k[i].className, k[i].objID, k[i].context);
-                __builtin_prefetch(&slots_[h[i] & mask_]);
+                slots_.prefetch(h[i]);
             }
             for (std::size_t i = 0; i < m; ++i) {
-                const Slot& s = slots_[h[i] & mask_];
+                const Slot& s = slots_.home(h[i]);
                 if (s.obj && s.hash == h[i]) {
                     // The identity strings lie in the object's first two lines.
                     __builtin_prefetch(s.obj);
                     __builtin_prefetch(reinterpret_cast<const char*>(s.obj) + 64);
                 }
             }
-            for (std::size_t i = 0; i < m; ++i)
-                out[base + i] = slots_[probe(h[i], k[i].className, k[i].objID, k[i].context)].obj;
+            for (std::size_t i = 0; i < m; ++i) {
+                const Slot* s = slots_.find(h[i], byKey(h[i], k[i].className, k[i].objID, k[i].context));
+                out[base + i] = s ? s->obj : nullptr;
+            }
         }
     }
     // Adds under the key unless it is taken; answers whether it was added.
     bool insert(_ADObject* obj, const char* cls) {
-        // At most half full: a miss (every new object is looked for first) stays a probe or two.
-        if ((size_ + 1) * 2 > slots_.size()) grow();
         std::uint64_t h = hashOf(cls, obj->objID(), obj->context());
-        std::size_t i = probe(h, cls, obj->objID(), obj->context());
-        if (slots_[i].obj) return false;
-        slots_[i] = {h, obj};
-        ++size_;
-        return true;
+        return slots_.insert(h, byKey(h, cls, obj->objID(), obj->context()), Slot{h, obj}).second;
     }
-    // Takes off the entry of a registered object, if it is the one its key names.
+    // Takes off the entry of a registered object, if it is the one its key
+    // names: the object is looked for by its address on its key's run.
     bool erase(_ADObject* obj) noexcept {
-        if (size_ == 0) return false;
         std::uint64_t h = hashOf(obj->registeredClass(), obj->objID(), obj->context());
-        std::size_t i = probe(h, obj->registeredClass(), obj->objID(), obj->context());
-        if (slots_[i].obj != obj) return false;
-        // Backward shift: move each following entry of the run into the hole
-        // unless its home lies cyclically after the hole (it would become unreachable).
-        for (std::size_t j = (i + 1) & mask_; slots_[j].obj; j = (j + 1) & mask_) {
-            std::size_t home = slots_[j].hash & mask_;
-            if (((j - home) & mask_) >= ((j - i) & mask_)) {
-                slots_[i] = slots_[j];
-                i = j;
-            }
-        }
-        slots_[i] = {0, nullptr};
-        --size_;
-        return true;
+        return slots_.erase(h, [obj](const Slot& s) { return s.obj == obj; });
     }
     template <class F>
     void each(F&& f) const {
-        for (const Slot& s : slots_)
-            if (s.obj) f(s.obj);
+        slots_.each([&](const Slot& s) { f(s.obj); });
     }
 
 private:
-    void grow() {
-        std::vector<Slot> old(slots_.empty() ? 64 : slots_.size() * 2, Slot{0, nullptr});
-        old.swap(slots_);
-        mask_ = slots_.size() - 1;
-        for (const Slot& s : old) {
-            if (!s.obj) continue;
-            std::size_t i = s.hash & mask_;
-            while (slots_[i].obj) i = (i + 1) & mask_;
-            slots_[i] = s;
-        }
-    }
-
-    std::vector<Slot> slots_;
-    std::size_t mask_ = 0;
-    std::size_t size_ = 0;
+    krflat::FlatTable<Slot, SlotTraits> slots_;
 };
 
 Table& table() {
