@@ -15,4 +15,4 @@ KRMWTARN_PG_SETTINGS="" bash scripts/with-postgres.sh build/release/bench/krmwta
 build/release/bench/bench_ratios "$results" \
   BuildWorstCaseModel=2 LookupByIdentity=1.5 BytesPerField=2 BytesPerLink=2 \
   StoreLargestModel=2 RetrieveLargestModel=2 StorePostgres=2 RetrievePostgres=2 \
-  ReadDecks=1.5 WriteDecks=0.5 CheckDecks=1
+  ReadDecks=1.5 WriteDecks=0.5 CheckDecks=1 ExpandLargest=2

@@ -1,9 +1,11 @@
 // DLLViewExpansion.cpp — the walk of a view tree over an object graph.
 #include <krmwtarn/platform/views/DLLViewExpansion.h>
 
+#include <krmwtarn/platform/common/FlatTable.h>
 #include <krmwtarn/platform/repository/ADLink.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 namespace {
@@ -16,6 +18,43 @@ bool isEndElement(const DLLViewElem* e, bool* target) {
         *target = false;
         return true;
     }
+    return false;
+}
+
+// The attribute rows the walk has found, by the object's first attribute
+// table (one per class) and the element that named them: a class's rows are
+// searched by name once per expansion rather than once per object.
+class RowCache {
+public:
+    const ADAttributeEntry* row(_ADObject* o, const DLLViewElem* e) {
+        const ADAttributeEntry* table = o->nextAttributeTable(nullptr);
+        std::uint64_t h = krflat::pointerHash(table) ^ (krflat::pointerHash(e) >> 1);
+        auto same = [&](const Slot& s) { return s.table == table && s.element == e; };
+        if (const Slot* s = slots_.find(h, same)) return s->row;
+        const ADAttributeEntry* found = DLLView_findRow(o, e->name);
+        slots_.insert(h, same, Slot{table, e, found, h});
+        return found;
+    }
+
+private:
+    struct Slot {
+        const ADAttributeEntry* table = nullptr;  // null: free
+        const DLLViewElem* element = nullptr;
+        const ADAttributeEntry* row = nullptr;
+        std::uint64_t hash = 0;
+    };
+    struct Traits {
+        static bool isFree(const Slot& s) noexcept { return !s.table; }
+        static std::uint64_t hashOf(const Slot& s) noexcept { return s.hash; }
+    };
+    krflat::FlatTable<Slot, Traits> slots_;
+};
+
+// Whether a link list names an end of its link (adSource or adTarget).
+bool listsEnd(const DLLViewList* list) {
+    bool target;
+    for (int i = 0; i < list->count(); ++i)
+        if (list->element(i) && isEndElement(list->element(i), &target)) return true;
     return false;
 }
 
@@ -34,7 +73,7 @@ public:
             } else if (e->list) {
                 role(node, e, o);
             } else {
-                const ADAttributeEntry* row = DLLView_findRow(o, e->name);
+                const ADAttributeEntry* row = rows_.row(o, e);
                 if (!row || (row->flags & 0xF) != adRowAttribute || !row->getter.str) continue;
                 DLLViewEntry entry;
                 entry.kind = DLLViewEntry::Value;
@@ -65,6 +104,8 @@ public:
     std::vector<DLLViewType*> path_;
 
 private:
+    RowCache rows_;
+
     void end(DLLViewNode& node, const DLLViewElem* e, _ADObject* o, bool target) {
         if (!o->isRelationshipObject()) return;
         auto* link = static_cast<_ADLink*>(o);
@@ -84,23 +125,19 @@ private:
     }
 
     void role(DLLViewNode& node, const DLLViewElem* e, _ADObject* o) {
-        const ADAttributeEntry* row = DLLView_findRow(o, e->name);
+        const ADAttributeEntry* row = rows_.row(o, e);
         if (!row || !adIsRoleRow(*row) || !row->getter.role) return;
         DLLViewEntry entry;
         entry.kind = DLLViewEntry::Role;
         entry.element = e;
+        const bool needsEnd = listsEnd(e->list);
         for (const ADObject& h : *(o->*row->getter.role)()) {
             if (h.isEmpty() || std::strcmp(h.impl()->whoAmI(), e->list->className) != 0) continue;
             DLLViewNode linkNode = object(e->list, h.impl());
             // A link whose far end the list does not take is not part of this copy of the role.
             bool hasEnd = std::any_of(linkNode.entries.begin(), linkNode.entries.end(),
                                       [](const DLLViewEntry& x) { return x.kind == DLLViewEntry::End; });
-            bool listsEnd = false;
-            for (int i = 0; i < e->list->count(); ++i) {
-                bool t;
-                if (e->list->element(i) && isEndElement(e->list->element(i), &t)) listsEnd = true;
-            }
-            if (listsEnd && !hasEnd) continue;
+            if (needsEnd && !hasEnd) continue;
             entry.items.push_back(std::move(linkNode));
         }
         if (!entry.items.empty()) node.entries.push_back(std::move(entry));
