@@ -714,7 +714,17 @@ void Repository::load(const std::vector<long long>& unitIDs, bool all, bool refr
     omSetProcessing how = refresh ? (omStore | omClearChanged) : (omStore | omKeepChanged);
     std::vector<ADObject> held;  // what this load made or shared, until the links hold it
     std::vector<std::unique_ptr<LinkRow>> links;
+    std::vector<ADObject> madeLinks;  // the links this load made
     std::vector<std::pair<UnitKey, long>> loaded;
+    // A load that fails takes its links out again: the objects it made go
+    // with `held`, and what was live before is as it was.
+    auto undoLinks = [&] {
+        for (auto it = madeLinks.rbegin(); it != madeLinks.rend(); ++it) {
+            positions_.erase(it->impl());
+            (*it)->markDeleted(nullptr, 0);
+        }
+        madeLinks.clear();
+    };
     try {
         Transaction t(*db_, false);
         // A table's row: an object by identity with its values, or a link row
@@ -784,11 +794,18 @@ void Repository::load(const std::vector<long long>& unitIDs, bool all, bool refr
                     }
                 }
                 s.reset();
+                // A link table's rows are attached as soon as they are in,
+                // while a server sends the next tables.
+                if (i > 0 && schema.tables()[i - 1].isLink && !links.empty()) attachPending(links, madeLinks);
             }
         }
         t.commit();
     } catch (const SqlError& e) {
+        undoLinks();
         raise(e, "retrieve");
+    } catch (...) {
+        undoLinks();
+        throw;
     }
     if (refresh) {
         // Unstored changes go: the attribute setters cleared their bits; roles and ends follow.
@@ -802,15 +819,14 @@ void Repository::load(const std::vector<long long>& unitIDs, bool all, bool refr
     // Links: first every link object by identity (links may be ends of links),
     // then the source ends in source-role order, then the target ends.
     for (auto& row : links) pending_.push_back(std::move(row));
-    attachPending();
+    attachPending(pending_, madeLinks);
 }
 
-void Repository::attachPending() {
+void Repository::attachPending(std::vector<std::unique_ptr<LinkRow>>& rows, std::vector<ADObject>& made) {
     // A link row whose ends are live is made now; the others wait for their
     // units. A link made now may be the end of another, so rows whose end is
     // missing are looked at again while links are being made.
     std::vector<LinkRow*> ready;
-    std::vector<ADObject> made;
     // Rows go in groups: the group's missing ends and the links' own
     // identities are looked up together (which also brings the registry slots
     // that making the links touches into the cache), then the links are made.
@@ -821,12 +837,13 @@ void Repository::attachPending() {
     _ADObject* linkItself = nullptr;
     for (bool progress = true; progress;) {
         progress = false;
-        for (std::size_t first = 0; first < pending_.size(); first += kGroup) {
-            std::size_t last = std::min(pending_.size(), first + kGroup);
+        for (std::size_t first = 0; first < rows.size(); first += kGroup) {
+            std::size_t last = std::min(rows.size(), first + kGroup);
+            if (first % (16 * kGroup) == 0) db_->poll();
             keys.clear();
             into.clear();
             for (std::size_t r = first; r < last; ++r) {
-                LinkRow& row = *pending_[r];
+                LinkRow& row = *rows[r];
                 if (row.link) continue;
                 for (int end = 0; end < 2; ++end)
                     if (!row.end[end]) {
@@ -840,7 +857,7 @@ void Repository::attachPending() {
             DSRegistrar::findObjs(keys.size(), keys.data(), found.data());
             for (std::size_t i = 0; i < keys.size(); ++i) *into[i] = found[i];
             for (std::size_t r = first; r < last; ++r) {
-                LinkRow& row = *pending_[r];
+                LinkRow& row = *rows[r];
                 if (row.link || !row.end[0] || !row.end[1]) continue;
                 ADObject* h = DSRegistration::create(row.table->className.c_str(), row.version.c_str(), row.id.c_str());
                 if (h && !h->isEmpty() && h->impl()->isRelationshipObject()) {
@@ -891,6 +908,7 @@ void Repository::attachPending() {
                 __builtin_prefetch(ahead->link->linkInfo().role[end](ahead->end[end]));
                 if (end == 0) positions_.prefetch(ahead->link);
             }
+            if (i % 1024 == 0) db_->poll();
             LinkRow* row = ready[i];
             _KRLink* link = row->link;
             if (end == 0) {
@@ -909,11 +927,11 @@ void Repository::attachPending() {
             insertAt(info.role[end](o), ADObject(link), row->position[end], end, positions_);
         }
     }
-    pending_.erase(std::remove_if(pending_.begin(), pending_.end(),
+    rows.erase(std::remove_if(rows.begin(), rows.end(),
                                   [](const std::unique_ptr<LinkRow>& r) { return r->link != nullptr; }),
-                   pending_.end());
+                   rows.end());
     // What still waits is looked up afresh next time: its live end may go meanwhile.
-    for (auto& row : pending_) row->end[0] = row->end[1] = nullptr;
+    for (auto& row : rows) row->end[0] = row->end[1] = nullptr;
 }
 
 // ---- refresh, touch, delete list ------------------------------------------

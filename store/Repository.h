@@ -164,7 +164,7 @@ private:
     // took it has ended.
     void settleLock(UnitInfo& unit);
     void load(const std::vector<long long>& unitIDs, bool all, bool refresh);
-    void attachPending();
+    void attachPending(std::vector<std::unique_ptr<LinkRow>>& rows, std::vector<ADObject>& made);
     bool attach(LinkRow& row);
     Statement& statement(const std::string& sql);
     bool lookupUnit(const UnitKey& key, UnitInfo& into);

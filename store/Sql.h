@@ -83,6 +83,9 @@ public:
     // server; each then steps through its own rows. (A file's statements run
     // as they are stepped: nothing to do.)
     virtual void fetch(const std::vector<Statement*>& statements) { (void)statements; }
+    // While this program works between the rows of fetched statements: takes
+    // in what a server has sent so far, so that it goes on sending.
+    virtual void poll() noexcept {}
     // Rows into a table (quoted name and columns): a prepared INSERT per row,
     // or, where `bulk` pays and the database has it, its bulk path.
     virtual std::unique_ptr<RowWriter> writeRows(const std::string& table, const std::vector<std::string>& columns,

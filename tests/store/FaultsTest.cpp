@@ -288,3 +288,19 @@ TEST_P(StoreTest, ALockOfAKilledProcessIsReportedAndBrokenWithForce) {
     EXPECT_EQ(probe("unlock " + repo() + " HOSPPSB --force", &out), 0) << out;
     EXPECT_FALSE(r->findUnit("HOSPPSB").locked);
 }
+
+// A retrieve refused part way (at a link row naming no known class, read after
+// other link tables were already attached) takes back every link it made, so
+// nothing it read stays live.
+TEST_P(StoreTest, ARetrieveRefusedPartWayLeavesNothingBehind) {
+    {
+        sample::Model m = sample::build();
+        open()->storeAll();
+    }
+    DSRegistrar::releaseAll();
+    query(std::string("UPDATE ") + (onServer() ? "\"dsusessenfld\"" : "\"DSUsesSENFLD\"") +
+          " SET source_class = 'NoSuchClass'");
+    std::string refused = refusal([&] { open()->retrieveAll(); });
+    EXPECT_NE(refused.find("names an unknown class NoSuchClass"), std::string::npos) << refused;
+    EXPECT_EQ(DSRegistrar::count(), 0u);
+}
