@@ -452,6 +452,7 @@ public:
     void fetch(const std::vector<Statement*>& statements) override {
         if (statements.size() > 1) pipeline_.start(statements);  // one statement runs at its first step
     }
+    bool sendsMeanwhile() const noexcept override { return true; }
     void poll() noexcept override { pipeline_.drain(); }
     std::unique_ptr<RowWriter> writeRows(const std::string& table, const std::vector<std::string>& columns,
                                          bool bulk) override {

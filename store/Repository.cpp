@@ -794,9 +794,12 @@ void Repository::load(const std::vector<long long>& unitIDs, bool all, bool refr
                     }
                 }
                 s.reset();
-                // A link table's rows are attached as soon as they are in,
-                // while a server sends the next tables.
-                if (i > 0 && schema.tables()[i - 1].isLink && !links.empty()) attachPending(links, madeLinks);
+                // From a server, a link table's rows are attached as soon as
+                // they are in, while the server sends the next tables. (From
+                // a file nothing runs meanwhile: the rows wait for the end,
+                // where they are attached together.)
+                if (db_->sendsMeanwhile() && i > 0 && schema.tables()[i - 1].isLink && !links.empty())
+                    attachPending(links, madeLinks);
             }
         }
         t.commit();

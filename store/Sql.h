@@ -83,6 +83,9 @@ public:
     // server; each then steps through its own rows. (A file's statements run
     // as they are stepped: nothing to do.)
     virtual void fetch(const std::vector<Statement*>& statements) { (void)statements; }
+    // Whether the rows of fetched statements arrive while this program works
+    // on earlier ones (a server sends them; a file's are read as stepped).
+    virtual bool sendsMeanwhile() const noexcept { return false; }
     // While this program works between the rows of fetched statements: takes
     // in what a server has sent so far, so that it goes on sending.
     virtual void poll() noexcept {}

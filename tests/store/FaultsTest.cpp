@@ -289,9 +289,9 @@ TEST_P(StoreTest, ALockOfAKilledProcessIsReportedAndBrokenWithForce) {
     EXPECT_FALSE(r->findUnit("HOSPPSB").locked);
 }
 
-// A retrieve refused part way (at a link row naming no known class, read after
-// other link tables were already attached) takes back every link it made, so
-// nothing it read stays live.
+// A retrieve refused part way (at a link row naming no known class; from a
+// server, read after other link tables were already attached) takes back every
+// link it made, so nothing it read stays live.
 TEST_P(StoreTest, ARetrieveRefusedPartWayLeavesNothingBehind) {
     {
         sample::Model m = sample::build();
