@@ -316,6 +316,7 @@ bool freeText(const std::string& op) {
 std::vector<Statement> readStatements(const std::string& file, std::string_view bytes, Diagnostics& diags) {
     std::vector<Statement> statements;
     CardTexts cards = decode(bytes, nullptr);
+    statements.reserve(cards.size());  // at most one a card
     std::vector<Ch> text;
     std::vector<Ch> field;
     for (std::size_t i = 0; i < cards.size() && !diags.full(); ++i) {
@@ -417,7 +418,13 @@ std::vector<Statement> readStatements(const std::string& file, std::string_view 
             end = {&file, ch.line, ch.column + 1};
             ++p;
         }
-        for (const Ch& ch : field) st.source.push_back(ch.c);
+        st.source.reserve(field.size());
+        std::size_t commas = 0;
+        for (const Ch& ch : field) {
+            st.source.push_back(ch.c);
+            commas += ch.c == ',';
+        }
+        st.operands.reserve(commas + 1);  // as many as there are operands, or more
         OperandParser parser(field, file, diags, end);
         if (!parser.parse(st.operands)) continue;
         statements.push_back(std::move(st));

@@ -191,11 +191,12 @@ private:
         return false;
     }
     // Runs a step; a refusal by the model becomes an error at the statement.
-    void guarded(const Location& at, const std::string& stmt, const std::function<void()>& step) {
+    template <class Step>
+    void guarded(const Location& at, const char* stmt, Step&& step) {
         try {
             step();
         } catch (KVException* e) {
-            diags_.error(at, stmt + ": the model refuses it: " + e->message());
+            diags_.error(at, std::string(stmt) + ": the model refuses it: " + e->message());
             delete e;
         }
     }
