@@ -883,15 +883,36 @@ void Repository::attachPending(std::vector<std::unique_ptr<LinkRow>>& rows, std:
         if (fresh) it->second = o->isKindOf(declared) != 0;
         return it->second;
     };
-    // Each end's pass takes the rows by their stored position at that end
-    // (ties in the order the previous pass left), sorted as contiguous
-    // (position, place) pairs rather than through the rows themselves.
-    std::vector<std::pair<long, std::size_t>> byPosition(ready.size());
+    // Each end's pass takes the rows by their stored position at that end,
+    // ties in the order the previous pass left. A position is a place in a
+    // role, so they are small: a counting sort over a contiguous copy of them
+    // orders the rows in linear time. Positions out of that range (only a
+    // damaged repository has them) are sorted by comparison.
+    std::vector<long> positionOf(ready.size());
+    std::vector<std::size_t> counts;
+    std::vector<std::pair<long, std::size_t>> byPosition;
     std::vector<LinkRow*> sorted(ready.size());
     for (int end = 0; end < 2; ++end) {
-        for (std::size_t i = 0; i < ready.size(); ++i) byPosition[i] = {ready[i]->position[end], i};
-        std::sort(byPosition.begin(), byPosition.end());
-        for (std::size_t i = 0; i < ready.size(); ++i) sorted[i] = ready[byPosition[i].second];
+        const long limit = 4 * static_cast<long>(ready.size()) + 1024;
+        long most = -1;
+        bool small = true;
+        for (std::size_t i = 0; i < ready.size(); ++i) {
+            long p = positionOf[i] = ready[i]->position[end];
+            small = small && p >= 0 && p <= limit;
+            most = std::max(most, p);
+        }
+        if (small) {
+            counts.assign(static_cast<std::size_t>(most) + 2, 0);
+            for (long p : positionOf) ++counts[static_cast<std::size_t>(p) + 1];
+            for (std::size_t k = 1; k < counts.size(); ++k) counts[k] += counts[k - 1];
+            for (std::size_t i = 0; i < ready.size(); ++i)
+                sorted[counts[static_cast<std::size_t>(positionOf[i])]++] = ready[i];
+        } else {
+            byPosition.resize(ready.size());
+            for (std::size_t i = 0; i < ready.size(); ++i) byPosition[i] = {positionOf[i], i};
+            std::sort(byPosition.begin(), byPosition.end());
+            for (std::size_t i = 0; i < ready.size(); ++i) sorted[i] = ready[byPosition[i].second];
+        }
         ready.swap(sorted);
         // Position order visits rows, links and end objects all over memory:
         // each is fetched a few rows ahead of its use, in stages: the row, then
