@@ -87,10 +87,12 @@ struct Class {
     using Impl = I;
     static const char* className();
 };
-#define BASELINE_CLASS(name)                           \
-    using name##C = Class<_##name>;                    \
-    template <>                                        \
-    const char* name##C::className() { return #name; }
+#define BASELINE_CLASS(name)           \
+    using name##C = Class<_##name>;    \
+    template <>                        \
+    const char* name##C::className() { \
+        return #name;                  \
+    }
 BASELINE_CLASS(DSDBD)
 BASELINE_CLASS(DSSegment)
 BASELINE_CLASS(DSField)
@@ -110,56 +112,56 @@ void pcbName(DLLViewNode& n, _DSPCBdb* type) {
 DLLViewNode walkDbd(_DSDBD* dbd) {
     DLLViewNode root;
     root.object = dbd;
-    over<_DSContainsSegment, true, DSSegmentC>(root, dbd->_get_segments(), "DSContainsSegment", [](DLLViewNode& s,
-                                                                                                   _DSSegment* seg) {
-        over<_DSHasField, true, DSFieldC>(s, seg->_get_fields(), "DSHasField",
-                                          [](DLLViewNode& f, _DSField* field) { value(f, field->_get_strFieldName()); });
-        over<_DSParent, true, DSSegmentC>(
-            s, seg->_get_physicalParent(), "DSParent", [](DLLViewNode&, _DSSegment*) {},
-            [](DLLViewNode& l, _DSParent* link) {
-                value(l, link->_get_strPARENT());
-                value(l, link->_get_pcPointer());
+    over<_DSContainsSegment, true, DSSegmentC>(
+        root, dbd->_get_segments(), "DSContainsSegment", [](DLLViewNode& s, _DSSegment* seg) {
+            over<_DSHasField, true, DSFieldC>(s, seg->_get_fields(), "DSHasField", [](DLLViewNode& f, _DSField* field) {
+                value(f, field->_get_strFieldName());
             });
-        over<_DSMapsTo, false, DSSenSegmentC>(
-            s, seg->_get_sensitiveSegments(), "DSMapsTo", [](DLLViewNode& ss, _DSSenSegment* sense) {
-                over<_DSHasSensitive, false, DSPCBdbC>(ss, sense->_get_sourcePCB(), "DSHasSensitive", pcbName);
-                value(ss, sense->_get_strSensegName());
-            });
-        value(s, seg->_get_strSegmentName());
-        value(s, seg->_get_minimumLength());
-        value(s, seg->_get_maximumLength());
-        over<_DSParent, false, DSSegmentC>(
-            s, seg->_get_physicalChildren(), "DSParent",
-            [](DLLViewNode& c, _DSSegment* child) {
-                over<_DSHasField, true, DSFieldC>(c, child->_get_fields(), "DSHasField",
-                                                  [](DLLViewNode& f, _DSField* field) {
-                                                      value(f, field->_get_uniqueSequence());
-                                                      value(f, field->_get_sequenceField());
-                                                      value(f, field->_get_strFieldName());
-                                                  });
-                value(c, child->_get_strSegmentName());
-                value(c, child->_get_rules());
-                value(c, child->_get_minimumLength());
-                value(c, child->_get_maximumLength());
-                value(c, child->_get_frequency());
-            },
-            [](DLLViewNode& l, _DSParent* link) {
-                value(l, link->_get_strPARENT());
-                value(l, link->_get_pcPointer());
-            });
-        value(s, seg->_get_rules());
-        value(s, seg->_get_frequency());
-        value(s, seg->_get_exitFlag());
-    });
+            over<_DSParent, true, DSSegmentC>(
+                s, seg->_get_physicalParent(), "DSParent", [](DLLViewNode&, _DSSegment*) {},
+                [](DLLViewNode& l, _DSParent* link) {
+                    value(l, link->_get_strPARENT());
+                    value(l, link->_get_pcPointer());
+                });
+            over<_DSMapsTo, false, DSSenSegmentC>(
+                s, seg->_get_sensitiveSegments(), "DSMapsTo", [](DLLViewNode& ss, _DSSenSegment* sense) {
+                    over<_DSHasSensitive, false, DSPCBdbC>(ss, sense->_get_sourcePCB(), "DSHasSensitive", pcbName);
+                    value(ss, sense->_get_strSensegName());
+                });
+            value(s, seg->_get_strSegmentName());
+            value(s, seg->_get_minimumLength());
+            value(s, seg->_get_maximumLength());
+            over<_DSParent, false, DSSegmentC>(
+                s, seg->_get_physicalChildren(), "DSParent",
+                [](DLLViewNode& c, _DSSegment* child) {
+                    over<_DSHasField, true, DSFieldC>(c, child->_get_fields(), "DSHasField",
+                                                      [](DLLViewNode& f, _DSField* field) {
+                                                          value(f, field->_get_uniqueSequence());
+                                                          value(f, field->_get_sequenceField());
+                                                          value(f, field->_get_strFieldName());
+                                                      });
+                    value(c, child->_get_strSegmentName());
+                    value(c, child->_get_rules());
+                    value(c, child->_get_minimumLength());
+                    value(c, child->_get_maximumLength());
+                    value(c, child->_get_frequency());
+                },
+                [](DLLViewNode& l, _DSParent* link) {
+                    value(l, link->_get_strPARENT());
+                    value(l, link->_get_pcPointer());
+                });
+            value(s, seg->_get_rules());
+            value(s, seg->_get_frequency());
+            value(s, seg->_get_exitFlag());
+        });
     over<_DSBasedOn, false, DSPCBdbC>(root, dbd->_get_basedPCBs(), "DSBasedOn", [](DLLViewNode& t, _DSPCBdb* type) {
-        over<_DSHasSensitive, true, DSSenSegmentC>(t, type->_get_senseg(), "DSHasSensitive",
-                                                   [](DLLViewNode& ss, _DSSenSegment* sense) {
-                                                       over<_DSMapsTo, true, DSSegmentC>(
-                                                           ss, sense->_get_targetSegment(), "DSMapsTo",
-                                                           [](DLLViewNode&, _DSSegment*) {});
-                                                       value(ss, sense->_get_strSensegName());
-                                                       value(ss, sense->_get_procoptSENSEG());
-                                                   });
+        over<_DSHasSensitive, true, DSSenSegmentC>(
+            t, type->_get_senseg(), "DSHasSensitive", [](DLLViewNode& ss, _DSSenSegment* sense) {
+                over<_DSMapsTo, true, DSSegmentC>(ss, sense->_get_targetSegment(), "DSMapsTo",
+                                                  [](DLLViewNode&, _DSSegment*) {});
+                value(ss, sense->_get_strSensegName());
+                value(ss, sense->_get_procoptSENSEG());
+            });
         pcbName(t, type);
         value(t, type->_get_sequentialBuffering());
         value(t, type->_get_keyLength());
@@ -175,49 +177,52 @@ DLLViewNode walkPsb(_DSPSB* psb) {
     DLLViewNode root;
     root.object = psb;
     over<_DSIncludesPCB, true, DSPCBC>(root, psb->_get_listPCBs(), "DSIncludesPCB", [](DLLViewNode& p, _DSPCB* pcb) {
-        over<_DSSpecifiedByType, true, DSPCBdbC>(p, pcb->_get_typeOfPCB(), "DSSpecifiedByType", [](DLLViewNode& t,
-                                                                                                    _DSPCBdb* type) {
-            over<_DSHasSensitive, true, DSSenSegmentC>(
-                t, type->_get_senseg(), "DSHasSensitive", [](DLLViewNode& ss, _DSSenSegment* sense) {
-                    over<_DSMapsTo, true, DSSegmentC>(
-                        ss, sense->_get_targetSegment(), "DSMapsTo", [](DLLViewNode& s, _DSSegment* seg) {
-                            over<_DSContainsSegment, false, DSDBDC>(
-                                s, seg->_get_containingDBD(), "DSContainsSegment",
-                                [](DLLViewNode& d, _DSDBD* dbd) { value(d, dbd->_get_adName()); });
-                            value(s, seg->_get_strSegmentName());
-                        });
-                    over<_DSUsesSENFLD, true, DSSenFieldC>(
-                        ss, sense->_get_senflds(), "DSUsesSENFLD", [](DLLViewNode& sf, _DSSenField* senfld) {
-                            over<_DSUsedAsSENFLD, true, DSFieldC>(
-                                sf, senfld->_get_targetFIELD(), "DSUsedAsSENFLD", [](DLLViewNode& f, _DSField* field) {
-                                    over<_DSHasField, false, DSSegmentC>(
-                                        f, field->_get_sourceSegment(), "DSHasField",
-                                        [](DLLViewNode& s, _DSSegment* seg) { value(s, seg->_get_strSegmentName()); });
-                                    value(f, field->_get_strFieldName());
-                                });
-                            value(sf, senfld->_get_startPosition());
-                            value(sf, senfld->_get_replace());
-                        });
-                    value(ss, sense->_get_strSensegName());
-                    value(ss, sense->_get_subsetPointer8());
-                    value(ss, sense->_get_subsetPointer7());
-                    value(ss, sense->_get_subsetPointer6());
-                    value(ss, sense->_get_subsetPointer5());
-                    value(ss, sense->_get_subsetPointer4());
-                    value(ss, sense->_get_subsetPointer3());
-                    value(ss, sense->_get_subsetPointer2());
-                    value(ss, sense->_get_subsetPointer1());
-                    value(ss, sense->_get_procoptSENSEG());
+        over<_DSSpecifiedByType, true, DSPCBdbC>(
+            p, pcb->_get_typeOfPCB(), "DSSpecifiedByType", [](DLLViewNode& t, _DSPCBdb* type) {
+                over<_DSHasSensitive, true, DSSenSegmentC>(
+                    t, type->_get_senseg(), "DSHasSensitive", [](DLLViewNode& ss, _DSSenSegment* sense) {
+                        over<_DSMapsTo, true, DSSegmentC>(
+                            ss, sense->_get_targetSegment(), "DSMapsTo", [](DLLViewNode& s, _DSSegment* seg) {
+                                over<_DSContainsSegment, false, DSDBDC>(
+                                    s, seg->_get_containingDBD(), "DSContainsSegment",
+                                    [](DLLViewNode& d, _DSDBD* dbd) { value(d, dbd->_get_adName()); });
+                                value(s, seg->_get_strSegmentName());
+                            });
+                        over<_DSUsesSENFLD, true, DSSenFieldC>(
+                            ss, sense->_get_senflds(), "DSUsesSENFLD", [](DLLViewNode& sf, _DSSenField* senfld) {
+                                over<_DSUsedAsSENFLD, true, DSFieldC>(sf, senfld->_get_targetFIELD(), "DSUsedAsSENFLD",
+                                                                      [](DLLViewNode& f, _DSField* field) {
+                                                                          over<_DSHasField, false, DSSegmentC>(
+                                                                              f, field->_get_sourceSegment(),
+                                                                              "DSHasField",
+                                                                              [](DLLViewNode& s, _DSSegment* seg) {
+                                                                                  value(s, seg->_get_strSegmentName());
+                                                                              });
+                                                                          value(f, field->_get_strFieldName());
+                                                                      });
+                                value(sf, senfld->_get_startPosition());
+                                value(sf, senfld->_get_replace());
+                            });
+                        value(ss, sense->_get_strSensegName());
+                        value(ss, sense->_get_subsetPointer8());
+                        value(ss, sense->_get_subsetPointer7());
+                        value(ss, sense->_get_subsetPointer6());
+                        value(ss, sense->_get_subsetPointer5());
+                        value(ss, sense->_get_subsetPointer4());
+                        value(ss, sense->_get_subsetPointer3());
+                        value(ss, sense->_get_subsetPointer2());
+                        value(ss, sense->_get_subsetPointer1());
+                        value(ss, sense->_get_procoptSENSEG());
+                    });
+                over<_DSBasedOn, true, DSDBDC>(t, type->_get_baseDBD(), "DSBasedOn", [](DLLViewNode& d, _DSDBD* dbd) {
+                    over<_DSContainsSegment, true, DSSegmentC>(
+                        d, dbd->_get_segments(), "DSContainsSegment",
+                        [](DLLViewNode& s, _DSSegment* seg) { value(s, seg->_get_strSegmentName()); });
+                    value(d, dbd->_get_adName());
                 });
-            over<_DSBasedOn, true, DSDBDC>(t, type->_get_baseDBD(), "DSBasedOn", [](DLLViewNode& d, _DSDBD* dbd) {
-                over<_DSContainsSegment, true, DSSegmentC>(
-                    d, dbd->_get_segments(), "DSContainsSegment",
-                    [](DLLViewNode& s, _DSSegment* seg) { value(s, seg->_get_strSegmentName()); });
-                value(d, dbd->_get_adName());
+                value(t, type->_get_keyLength());
+                value(t, type->_get_procoptPCB());
             });
-            value(t, type->_get_keyLength());
-            value(t, type->_get_procoptPCB());
-        });
         over<_DSIncludesPCB, false, DSPSBC>(p, pcb->_get_usingPSBs(), "DSIncludesPCB",
                                             [](DLLViewNode& u, _DSPSB* using_) { value(u, using_->_get_adName()); });
         value(p, pcb->_get_adName());
@@ -285,15 +290,14 @@ void expanding(benchmark::State& state, Expand&& expand) {
         auto [dbdTree, psbTree] = expand(m);
         state.PauseTiming();
         nodes = nodesOf(dbdTree) + nodesOf(psbTree);
-        {
-            DLLViewNode drop = std::move(dbdTree), drop2 = std::move(psbTree);
-        }
+        { DLLViewNode drop = std::move(dbdTree), drop2 = std::move(psbTree); }
         state.ResumeTiming();
     }
     DSRegistrar::releaseAll();
     state.counters["nodes"] = static_cast<double>(nodes);
-    state.counters["per_node"] = benchmark::Counter(static_cast<double>(nodes) * static_cast<double>(state.iterations()),
-                                                    benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["per_node"] =
+        benchmark::Counter(static_cast<double>(nodes) * static_cast<double>(state.iterations()),
+                           benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
 void ExpandLargest(benchmark::State& state) { expanding(state, byViews); }

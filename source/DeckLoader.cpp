@@ -46,15 +46,31 @@ std::string where(const Location& at) {
 // The operations a deck may hold, told apart once per statement: directives
 // carry no definition; data conversion and mapping statements are part of the
 // language but have no place in the model.
-enum class Op { Dbd, Dbdgen, Dataset, Area, Segm, Field, Lchild, Xdfld, Pcb, Senseg, Senfld, Psbgen, Directive, Unmodelled, Unknown };
+enum class Op {
+    Dbd,
+    Dbdgen,
+    Dataset,
+    Area,
+    Segm,
+    Field,
+    Lchild,
+    Xdfld,
+    Pcb,
+    Senseg,
+    Senfld,
+    Psbgen,
+    Directive,
+    Unmodelled,
+    Unknown
+};
 
 Op opOf(std::string_view op) {
     static constexpr std::pair<std::string_view, Op> kOps[] = {
-        {"DBD", Op::Dbd},           {"DBDGEN", Op::Dbdgen},      {"DATASET", Op::Dataset},    {"AREA", Op::Area},
-        {"SEGM", Op::Segm},         {"FIELD", Op::Field},        {"LCHILD", Op::Lchild},      {"XDFLD", Op::Xdfld},
-        {"PCB", Op::Pcb},           {"SENSEG", Op::Senseg},      {"SENFLD", Op::Senfld},      {"PSBGEN", Op::Psbgen},
-        {"TITLE", Op::Directive},   {"PRINT", Op::Directive},    {"EJECT", Op::Directive},    {"SPACE", Op::Directive},
-        {"FINISH", Op::Directive},  {"END", Op::Directive},      {"DFSMARSH", Op::Unmodelled}, {"DFSMAP", Op::Unmodelled},
+        {"DBD", Op::Dbd},           {"DBDGEN", Op::Dbdgen},   {"DATASET", Op::Dataset},     {"AREA", Op::Area},
+        {"SEGM", Op::Segm},         {"FIELD", Op::Field},     {"LCHILD", Op::Lchild},       {"XDFLD", Op::Xdfld},
+        {"PCB", Op::Pcb},           {"SENSEG", Op::Senseg},   {"SENFLD", Op::Senfld},       {"PSBGEN", Op::Psbgen},
+        {"TITLE", Op::Directive},   {"PRINT", Op::Directive}, {"EJECT", Op::Directive},     {"SPACE", Op::Directive},
+        {"FINISH", Op::Directive},  {"END", Op::Directive},   {"DFSMARSH", Op::Unmodelled}, {"DFSMAP", Op::Unmodelled},
         {"DFSCASE", Op::Unmodelled}};
     for (const auto& [name, kind] : kOps)
         if (name == op) return kind;

@@ -193,8 +193,7 @@ private:
 
 // Inserts a link handle into a role at its stored position: behind every
 // element stored before it (elements of unknown position count as before).
-void insertAt(DSModelCollection* role, const ADObject& link, long position, int end,
-              const LinkPositions& positions) {
+void insertAt(DSModelCollection* role, const ADObject& link, long position, int end, const LinkPositions& positions) {
     auto storedAt = [&](const ADObject& h) {
         const LinkPositions::Positions* at = positions.find(h.impl());
         return at ? (*at)[end] : -1;
@@ -951,9 +950,9 @@ void Repository::attachPending(std::vector<std::unique_ptr<LinkRow>>& rows, std:
             insertAt(info.role[end](o), ADObject(link), row->position[end], end, positions_);
         }
     }
-    rows.erase(std::remove_if(rows.begin(), rows.end(),
-                                  [](const std::unique_ptr<LinkRow>& r) { return r->link != nullptr; }),
-                   rows.end());
+    rows.erase(
+        std::remove_if(rows.begin(), rows.end(), [](const std::unique_ptr<LinkRow>& r) { return r->link != nullptr; }),
+        rows.end());
     // What still waits is looked up afresh next time: its live end may go meanwhile.
     for (auto& row : rows) row->end[0] = row->end[1] = nullptr;
 }

@@ -27,7 +27,8 @@ void renumber(nlohmann::json& j, std::map<std::string, std::string>& ids) {
     if (j.is_object()) {
         for (auto& [key, value] : j.items()) {
             if (key == "@id" && value.is_string() && value.get<std::string>().rfind('#', 0) == 0) {
-                auto [it, fresh] = ids.emplace(value.get<std::string>(), std::string("#").append(std::to_string(ids.size() + 1)));
+                auto [it, fresh] =
+                    ids.emplace(value.get<std::string>(), std::string("#").append(std::to_string(ids.size() + 1)));
                 value = it->second;
             } else {
                 renumber(value, ids);
