@@ -66,11 +66,7 @@ TEST_P(StoreTest, AnotherSchemaVersionIsRefused) {
 }
 
 TEST_P(FileStoreTest, TruncatedAndCorruptedFilesAreReportedAsDamaged) {
-    {
-        sample::Model m = sample::build();
-        open()->storeAll();
-    }
-    DSRegistrar::releaseAll();
+    storedSample();
     auto size = std::filesystem::file_size(path_);
     std::filesystem::copy_file(path_, path_ + ".good");
     std::filesystem::resize_file(path_, size / 2);
@@ -90,13 +86,7 @@ TEST_P(FileStoreTest, TruncatedAndCorruptedFilesAreReportedAsDamaged) {
 }
 
 TEST_P(FileStoreTest, AFullDiskLosesNothingStoredBefore) {
-    nlohmann::json expected;
-    {
-        sample::Model m = sample::build();
-        expected = storetest::documents();
-        open()->storeAll();
-    }
-    DSRegistrar::releaseAll();
+    nlohmann::json expected = storedSample();
     long pages = std::stol(sql(path_, "PRAGMA page_count"));
     {
         storetest::buildLargest("V1", 50);
@@ -117,11 +107,7 @@ TEST_P(FileStoreTest, AFullDiskLosesNothingStoredBefore) {
 }
 
 TEST_P(FileStoreTest, AReadOnlyRepositoryIsReadButNotWritten) {
-    {
-        sample::Model m = sample::build();
-        open()->storeAll();
-    }
-    DSRegistrar::releaseAll();
+    storedSample();
     if (geteuid() == 0) {
         // Root writes any file: read it as an unprivileged user instead.
         std::filesystem::permissions(dir_, std::filesystem::perms::all);
@@ -193,11 +179,7 @@ TEST_P(StoreTest, KilledDuringStoresEveryUnitStaysAtAStoredRevision) {
 }
 
 TEST_P(StoreTest, TwoProcessesStoringAtOnce) {
-    {
-        sample::Model m = sample::build();
-        open()->storeAll();
-    }
-    DSRegistrar::releaseAll();
+    storedSample();
     std::string go = (dir_ / "go").string();
     auto run = [&](const std::string& unit, std::string& out, int& status) {
         status = probe("store-after " + repo() + " " + unit + " " + go, &out);
@@ -237,11 +219,7 @@ TEST_P(StoreTest, TwoProcessesStoringAtOnce) {
 // On a file, the lock stays with its owner's name until it is broken with
 // --force; on a server, it ends with the killed program's session.
 TEST_P(StoreTest, ALockOfAKilledProcessIsReportedAndBrokenWithForce) {
-    {
-        sample::Model m = sample::build();
-        open()->storeAll();
-    }
-    DSRegistrar::releaseAll();
+    storedSample();
     int fds[2];
     ASSERT_EQ(pipe(fds), 0);
     pid_t child = fork();
@@ -293,11 +271,7 @@ TEST_P(StoreTest, ALockOfAKilledProcessIsReportedAndBrokenWithForce) {
 // server, read after other link tables were already attached) takes back every
 // link it made, so nothing it read stays live.
 TEST_P(StoreTest, ARetrieveRefusedPartWayLeavesNothingBehind) {
-    {
-        sample::Model m = sample::build();
-        open()->storeAll();
-    }
-    DSRegistrar::releaseAll();
+    storedSample();
     query(std::string("UPDATE ") + (onServer() ? "\"dsusessenfld\"" : "\"DSUsesSENFLD\"") +
           " SET source_class = 'NoSuchClass'");
     std::string refused = refusal([&] { open()->retrieveAll(); });

@@ -36,11 +36,7 @@ TEST_P(StoreTest, StoreCountsRevisionsAndClearsChangeBits) {
 }
 
 TEST_P(StoreTest, StoreOfAUnitStoredMeanwhileIsRefused) {
-    {
-        sample::Model m = sample::build();
-        open()->storeAll();
-    }
-    DSRegistrar::releaseAll();
+    storedSample();
     auto r = open();
     r->retrieveAll();
     std::ofstream((dir_ / "go").string()).put('\n');
@@ -64,11 +60,7 @@ TEST_P(StoreTest, StoreOfAUnitStoredMeanwhileIsRefused) {
 }
 
 TEST_P(StoreTest, RetrieveSharesLiveObjectsAndKeepsTheirChanges) {
-    {
-        sample::Model m = sample::build();
-        open()->storeAll();
-    }
-    DSRegistrar::releaseAll();
+    storedSample();
     DSDBD dbd(sample::kVersion, "HOSPDBD", 1);  // live before the retrieve
     dbd->_set_versionString("unstored", omStore | omSetChanged);
     auto r = open();

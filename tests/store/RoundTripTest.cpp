@@ -95,13 +95,7 @@ TEST_P(StoreTest, RoleOrderComesBackWhateverOrderUnitsAreRetrievedIn) {
 // A hundred DBDs and PSBs: the sample's units copied into twelve versions,
 // all retrieved, each version exporting as the sample does.
 TEST_P(StoreTest, HundredDefinitionsInThirteenVersions) {
-    nlohmann::json expected;
-    {
-        sample::Model m = sample::build();
-        expected = storetest::documents();
-        open()->storeAll();
-    }
-    DSRegistrar::releaseAll();
+    nlohmann::json expected = storedSample();
     auto r = open();
     for (const krstore::UnitInfo& u : r->units())
         for (int v = 1; v <= 12; ++v) r->copyUnit(u.key, std::string("V").append(std::to_string(v)));
@@ -155,13 +149,7 @@ TEST_P(StoreTest, LoadedDecksKeepTheirFieldGeometry) {
 // repository written by other means may hold) still put every role back in
 // its order.
 TEST_P(StoreTest, PositionsFarApartKeepTheirOrder) {
-    nlohmann::json before;
-    {
-        sample::Model m = sample::build();
-        before = storetest::documents();
-        open()->storeAll();
-    }
-    DSRegistrar::releaseAll();
+    nlohmann::json before = storedSample();
     for (std::string table : {"DSContainsSegment", "DSHasField", "DSIncludesPCB"}) {
         if (onServer())  // the server's table names are in lower case
             for (char& c : table) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));

@@ -77,13 +77,7 @@ TEST_P(ServerStoreTest, ADatabaseOfAnotherKindOrNoneIsRefused) {
 }
 
 TEST_P(ServerStoreTest, AServerThatRefusesWritesIsReadButNotWritten) {
-    nlohmann::json expected;
-    {
-        sample::Model m = sample::build();
-        expected = storetest::documents();
-        open()->storeAll();
-    }
-    DSRegistrar::releaseAll();
+    nlohmann::json expected = storedSample();
     std::string readOnly = server_ + "&options=-csearch_path%3D" + schema_ + "%20-cdefault_transaction_read_only%3Don";
     auto r = krstore::Repository::open(readOnly);
     r->retrieveAll();

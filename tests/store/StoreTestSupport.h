@@ -70,6 +70,18 @@ protected:
     std::unique_ptr<krstore::Repository> open(krstore::OpenOptions options = {}) {
         return krstore::Repository::open(path_, options);
     }
+    // Builds the sample, stores all of it and releases it again; answers its
+    // export documents as they were before the store.
+    nlohmann::json storedSample() {
+        nlohmann::json documents;
+        {
+            sample::Model m = sample::build();
+            documents = storetest::documents();
+            open()->storeAll();
+        }
+        DSRegistrar::releaseAll();
+        return documents;
+    }
     // Runs the probe; answers its exit status, its output in `out`.
     int probe(const std::string& args, std::string* out = nullptr) {
         std::string command = std::string(STORE_PROBE) + " " + args + " 2>&1";
