@@ -215,7 +215,7 @@ void insertAt(DSModelCollection* role, const ADObject& link, long position, int 
 
 struct Repository::LinkRow {
     // What attaching reads of every row, in position order and so all over
-    // memory, lies in the row's first cache line.
+    // memory, lies in the row's first 64 bytes.
     long position[2] = {0, 0};
     // Resolved while attaching: the ends once live, the link once made.
     _ADObject* end[2] = {nullptr, nullptr};
