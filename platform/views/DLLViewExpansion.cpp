@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <typeinfo>
 
 namespace {
 bool isEndElement(const DLLViewElem* e, bool* target) {
@@ -21,30 +22,30 @@ bool isEndElement(const DLLViewElem* e, bool* target) {
     return false;
 }
 
-// The attribute rows the walk has found, by the object's first attribute
-// table (one per class) and the element that named them: a class's rows are
-// searched by name once per expansion rather than once per object.
+// The attribute rows the walk has found, by the object's class and the element
+// that named them: a class's rows are searched by name once per expansion
+// rather than once per object.
 class RowCache {
 public:
     const ADAttributeEntry* row(_ADObject* o, const DLLViewElem* e) {
-        const ADAttributeEntry* table = o->nextAttributeTable(nullptr);
-        std::uint64_t h = krflat::pointerHash(table) ^ (krflat::pointerHash(e) >> 1);
-        auto same = [&](const Slot& s) { return s.table == table && s.element == e; };
+        const std::type_info* cls = &typeid(*o);
+        std::uint64_t h = krflat::pointerHash(cls) ^ (krflat::pointerHash(e) >> 1);
+        auto same = [&](const Slot& s) { return s.cls == cls && s.element == e; };
         if (const Slot* s = slots_.find(h, same)) return s->row;
         const ADAttributeEntry* found = DLLView_findRow(o, e->name);
-        slots_.insert(h, same, Slot{table, e, found, h});
+        slots_.insert(h, same, Slot{cls, e, found, h});
         return found;
     }
 
 private:
     struct Slot {
-        const ADAttributeEntry* table = nullptr;  // null: free
+        const std::type_info* cls = nullptr;  // null: free
         const DLLViewElem* element = nullptr;
         const ADAttributeEntry* row = nullptr;
         std::uint64_t hash = 0;
     };
     struct Traits {
-        static bool isFree(const Slot& s) noexcept { return !s.table; }
+        static bool isFree(const Slot& s) noexcept { return !s.cls; }
         static std::uint64_t hashOf(const Slot& s) noexcept { return s.hash; }
     };
     krflat::FlatTable<Slot, Traits> slots_;
