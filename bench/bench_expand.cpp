@@ -108,6 +108,12 @@ void pcbName(DLLViewNode& n, _DSPCBdb* type) {
                                             [](DLLViewNode& p, _DSPCB* pcb) { value(p, pcb->_get_adName()); });
 }
 
+// A physical parent link's own values, at either of its segments.
+void parentLinkValues(DLLViewNode& l, _DSParent* link) {
+    value(l, link->_get_strPARENT());
+    value(l, link->_get_pcPointer());
+}
+
 // CORVIAPOPULATEDBD, as it comes out for plain segments.
 DLLViewNode walkDbd(_DSDBD* dbd) {
     DLLViewNode root;
@@ -118,11 +124,7 @@ DLLViewNode walkDbd(_DSDBD* dbd) {
                 value(f, field->_get_strFieldName());
             });
             over<_DSParent, true, DSSegmentC>(
-                s, seg->_get_physicalParent(), "DSParent", [](DLLViewNode&, _DSSegment*) {},
-                [](DLLViewNode& l, _DSParent* link) {
-                    value(l, link->_get_strPARENT());
-                    value(l, link->_get_pcPointer());
-                });
+                s, seg->_get_physicalParent(), "DSParent", [](DLLViewNode&, _DSSegment*) {}, parentLinkValues);
             over<_DSMapsTo, false, DSSenSegmentC>(
                 s, seg->_get_sensitiveSegments(), "DSMapsTo", [](DLLViewNode& ss, _DSSenSegment* sense) {
                     over<_DSHasSensitive, false, DSPCBdbC>(ss, sense->_get_sourcePCB(), "DSHasSensitive", pcbName);
@@ -146,10 +148,7 @@ DLLViewNode walkDbd(_DSDBD* dbd) {
                     value(c, child->_get_maximumLength());
                     value(c, child->_get_frequency());
                 },
-                [](DLLViewNode& l, _DSParent* link) {
-                    value(l, link->_get_strPARENT());
-                    value(l, link->_get_pcPointer());
-                });
+                parentLinkValues);
             value(s, seg->_get_rules());
             value(s, seg->_get_frequency());
             value(s, seg->_get_exitFlag());
