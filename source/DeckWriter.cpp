@@ -5,7 +5,9 @@
 #include <krmwtarn/source/DeckWriter.h>
 
 #include <krmwtarn/source/FieldGeometry.h>
+#include <krmwtarn/source/Language.h>
 
+#include <cassert>
 #include <cctype>
 #include <string_view>
 
@@ -44,21 +46,50 @@ std::string list(std::vector<std::string> items, bool bare = true) {
 }
 std::string num(long n) { return n ? std::to_string(n) : std::string(); }
 
-struct Ops {
-    std::vector<std::string> items;
-    void add(const char* key, const std::string& value) {
-        if (!value.empty()) items.push_back(std::string(key) + "=" + value);
+// One statement's operands, put in the order of the language table whatever
+// order they are added in; a keyword the table does not give the statement
+// is a fault of the writer.
+class Ops {
+public:
+    explicit Ops(Stmt statement) : statement_(statement), values_(statementRow(statement).count) {}
+    void add(const char* key, std::string value) {
+        Kw k = keywordNamed(statement_, key);
+        if (k == Kw::None) k = positionalNamed(statement_, key);
+        assert(k != Kw::None && "a keyword the language table does not give this statement");
+        values_[static_cast<std::size_t>(k) - statementRow(statement_).first] = std::move(value);
     }
     void yes(const char* key, long flag) {
-        if (flag) items.push_back(std::string(key) + "=YES");
+        if (flag) add(key, "YES");
     }
+    bool empty() const {
+        for (const std::string& v : values_)
+            if (!v.empty()) return false;
+        return true;
+    }
+    Stmt statement() const noexcept { return statement_; }
+    std::vector<std::string> items() const {
+        std::vector<std::string> out;
+        const StatementRow& row = statementRow(statement_);
+        for (std::size_t i = 0; i < values_.size(); ++i) {
+            if (values_[i].empty()) continue;
+            const KeywordRow& k = keywordRow(Kw(row.first + i));
+            out.push_back(k.positional ? values_[i] : std::string(k.name) + "=" + values_[i]);
+        }
+        return out;
+    }
+
+private:
+    Stmt statement_;
+    std::vector<std::string> values_;
 };
 
 class Deck {
 public:
-    void statement(const std::string& label, const std::string& op, const Ops& ops) {
-        for (const std::string& card : formatStatement(label, op, ops.items)) text_ += card + "\n";
+    void statement(const std::string& label, const Ops& ops) {
+        for (const std::string& card : formatStatement(label, nameOf(ops.statement()), ops.items()))
+            text_ += card + "\n";
     }
+    void directive(Stmt s) { text_ += formatStatement("", nameOf(s), {})[0] + "\n"; }
     std::string take() { return std::move(text_); }
 
 private:
@@ -130,19 +161,20 @@ std::string lchildName(_ADObject* access) {
 
 void datasetStatement(Deck& deck, _DSDSColl* group) {
     std::string dd = str(static_cast<_DSTARNDDname*>(group->_get_target()->impl())->_get_ddsName());
-    Ops ops;
     std::string label;
     if (_ADObject* a = firstTarget(group->_get_areaAttributes())) {
         auto* area = static_cast<_DSArea*>(a);
+        Ops ops(Stmt::AREA);
         ops.add("DD1", val(dd));
         ops.add("SIZE", num(area->_get_areaSize()));
         ops.add("UOW", list({num(area->_get_uow()), num(area->_get_uowOverflow())}));
         ops.add("ROOT", list({num(area->_get_root()), num(area->_get_rootOverflow())}));
         ops.add("MODEL", val(str(group->_get_dsModel())));
         ops.add("DEVICE", val(str(group->_get_dsDevice())));
-        deck.statement("", "AREA", ops);
+        deck.statement("", ops);
         return;
     }
+    Ops ops(Stmt::DATASET);
     ops.add("DD1", val(dd));
     auto* ds = static_cast<_DSTARNDataset*>(firstTarget(group->_get_datasetAttributes()));
     if (ds) {
@@ -161,14 +193,14 @@ void datasetStatement(Deck& deck, _DSDSColl* group) {
         ops.add("FRSPC", list({num(ds->_get_freeBlockFrequency()), num(ds->_get_freeSpacePercentage())}));
         if (char c = ds->_get_searchAlgorithm()) ops.add("SEARCHA", std::string(1, c));
     }
-    deck.statement(label, "DATASET", ops);
+    deck.statement(label, ops);
 }
 
 void segmentStatements(Deck& deck, _DSDBD* dbd, _ADObject* s) {
     auto* seg = static_cast<_DSSegment*>(s);
     bool complex = s->isKindOf("DSSegmentComplex") != 0;
     auto* cx = complex ? static_cast<_DSSegmentComplex*>(s) : nullptr;
-    Ops ops;
+    Ops ops(Stmt::SEGM);
     ops.add("NAME", val(segName(s)));
     // PARENT=((parent[,pointer])[,(logical parent,kind,dbd)])
     std::string physical;
@@ -241,71 +273,75 @@ void segmentStatements(Deck& deck, _DSDBD* dbd, _ADObject* s) {
         if (d->_get_directDependent()) ops.add("TYPE", "DIR");
         ops.add("SSPTR", num(d->_get_subsetPointers()));
     }
-    deck.statement("", "SEGM", ops);
+    if (DSDataStructureAlias* alias = seg->_getFirst_segmName())
+        ops.add("EXTERNALNAME", val(str((*alias)->_get_adName())));
+    deck.statement("", ops);
 
     for (_ADObject* f : targets(seg->_get_fields())) {
         auto* field = static_cast<_DSField*>(f);
-        Ops fo;
+        Ops fo(Stmt::FIELD);
         std::string name = val(str(field->_get_strFieldName()));
-        fo.add("NAME", field->_get_sequenceField()
-                           ? list({name, "SEQ", field->_get_uniqueSequence() ? "U" : "M"}, false)
-                           : name);
+        if (!name.empty())
+            fo.add("NAME", field->_get_sequenceField()
+                               ? list({name, "SEQ", field->_get_uniqueSequence() ? "U" : "M"}, false)
+                               : name);
         FieldGeometry g = fieldGeometry(field);
         fo.add("START", num(g.start));
         fo.add("BYTES", num(g.bytes));
         if (g.type != kDefaultFieldType) fo.add("TYPE", val(g.type));
-        deck.statement("", "FIELD", fo);
+        if (DSSDDAlias* alias = field->_getFirst_fldName()) fo.add("EXTERNALNAME", val(str((*alias)->_get_adName())));
+        deck.statement("", fo);
     }
 
     _ADObject* access = firstTarget(dbd->_get_dliAccess());
     // The primary index, named under the HIDAM root.
     if (access && access->isKindOf("DSDBDhidam") && s == rootOf(dbd))
         if (_ADObject* idx = firstTarget(static_cast<_DSDBDhidam*>(access)->_get_primaryIndex())) {
-            Ops lo;
+            Ops lo(Stmt::LCHILD);
             lo.add("NAME", lchildName(idx));
             lo.add("POINTER", "INDX");
-            deck.statement("", "LCHILD", lo);
+            deck.statement("", lo);
         }
     // The index DBD's own LCHILD, towards what it indexes.
     if (access && access->isKindOf("DSDBDindex") && s == rootOf(dbd)) {
         auto* index = static_cast<_DSDBDindex*>(access);
         for (_ADObject* h : sources(index->_get_primaryIndexTarget())) {
-            Ops lo;
+            Ops lo(Stmt::LCHILD);
             lo.add("NAME", lchildName(h));
             _ADObject* seqField = firstTarget(static_cast<_DSDBDhidam*>(h)->_get_rootSequenceField());
             if (seqField) lo.add("INDEX", val(str(static_cast<_DSField*>(seqField)->_get_strFieldName())));
             lo.add("POINTER", "INDX");
-            deck.statement("", "LCHILD", lo);
+            deck.statement("", lo);
         }
         for (_ADObject* x : sources(index->_get_secondaryIndexTarget())) {
             auto* xd = static_cast<_DSXDFLD*>(x);
             _ADObject* target = firstSource(xd->_get_sourceSEGMcmpx());
             if (!target) continue;
-            Ops lo;
+            Ops lo(Stmt::LCHILD);
             lo.add("NAME", list({val(segName(target)), val(dbdOf(target))}, false));
             lo.add("INDEX", val(str(xd->_get_xdfldName())));
             lo.add("POINTER", xd->_get_symbolic() ? "SYMB" : "INDX");
-            deck.statement("", "LCHILD", lo);
+            deck.statement("", lo);
         }
     }
     if (!cx) return;
     for (const ADObject& l : *cx->_get_logChildren()) {
         auto* rel = static_cast<_DSLChild*>(l.impl());
         _ADObject* child = rel->_get_target()->impl();
-        Ops lo;
+        Ops lo(Stmt::LCHILD);
         lo.add("NAME", list({val(segName(child)), val(dbdOf(child))}, false));
         lo.add("POINTER", val(str(rel->_get_lcPointer())));
         if (_ADObject* pair = firstTarget(rel->_get_pairedSegment())) lo.add("PAIR", val(segName(pair)));
         lo.add("RULES", val(str(rel->_get_rules())));
-        deck.statement("", "LCHILD", lo);
+        deck.statement("", lo);
     }
     for (_ADObject* x : targets(cx->_get_indices())) {
         auto* xd = static_cast<_DSXDFLD*>(x);
-        Ops lo;
+        Ops lo(Stmt::LCHILD);
         if (_ADObject* idx = firstTarget(xd->_get_targetDBDindex())) lo.add("NAME", lchildName(idx));
         lo.add("POINTER", xd->_get_symbolic() ? "SYMB" : "INDX");
-        deck.statement("", "LCHILD", lo);
-        Ops xo;
+        deck.statement("", lo);
+        Ops xo(Stmt::XDFLD);
         xo.add("NAME", val(str(xd->_get_xdfldName())));
         _ADObject* source = firstTarget(xd->_get_indexSource());
         if (source && source != s) xo.add("SEGMENT", val(segName(source)));
@@ -320,7 +356,7 @@ void segmentStatements(Deck& deck, _DSDBD* dbd, _ADObject* s) {
         xo.add("NULLVAL", val(str(xd->_get_nullValue())));
         xo.add("EXTRTN", val(str(xd->_get_exitRoutine())));
         xo.add("CONST", val(str(xd->_get_constant())));
-        deck.statement("", "XDFLD", xo);
+        deck.statement("", xo);
     }
 }
 
@@ -361,7 +397,7 @@ std::vector<std::string> formatStatement(const std::string& label, const std::st
 
 std::string writeDbdDeck(_DSDBD* dbd) {
     Deck deck;
-    Ops ops;
+    Ops ops(Stmt::DBD);
     ops.add("NAME", val(str(dbd->_get_strDBDName())));
     _ADObject* access = firstTarget(dbd->_get_dliAccess());
     if (access) {
@@ -384,12 +420,18 @@ std::string writeDbdDeck(_DSDBD* dbd) {
     }
     if (dbd->_get_exits()->count()) ops.add("EXIT", exitsValue(*dbd->_get_exits()));
     ops.add("VERSION", val(str(dbd->_get_versionString())));
-    deck.statement("", "DBD", ops);
+    deck.statement("", ops);
+    // A logical DBD's one dataset statement.
+    if (access && str(static_cast<_DSDBDaccess*>(access)->_get_dliAccess()) == "LOGICAL") {
+        Ops lo(Stmt::DATASET);
+        lo.add("LOGICAL", "LOGICAL");
+        deck.statement("", lo);
+    }
     if (access && access->isKindOf("DSDBDmsdb")) {
         auto* m = static_cast<_DSDBDmsdb*>(access);
-        Ops mo;
+        Ops mo(Stmt::DATASET);
         mo.add("REL", list({val(str(m->_get_msdbType())), val(str(m->_get_msdbField()))}));
-        if (!mo.items.empty()) deck.statement("", "DATASET", mo);
+        if (!mo.empty()) deck.statement("", mo);
     }
 
     // Dataset groups: those that hold segments just before their first segment;
@@ -429,9 +471,9 @@ std::string writeDbdDeck(_DSDBD* dbd) {
     }
     if (looseSegments)
         for (_DSDSColl* g : empty) datasetStatement(deck, g);
-    deck.statement("", "DBDGEN", {});
-    deck.statement("", "FINISH", {});
-    deck.statement("", "END", {});
+    deck.directive(Stmt::DBDGEN);
+    deck.directive(Stmt::FINISH);
+    deck.directive(Stmt::END);
     return deck.take();
 }
 
@@ -441,7 +483,7 @@ std::string writePsbDeck(_DSPSB* psb) {
         auto* pcb = static_cast<_DSPCB*>(p);
         _ADObject* type = firstTarget(pcb->_get_typeOfPCB());
         if (!type) continue;
-        Ops ops;
+        Ops ops(Stmt::PCB);
         std::string name = val(str(pcb->_get_strPCBAccessName()));
         if (type->isKindOf("DSPCBtp")) {
             auto* tp = static_cast<_DSPCBtp*>(type);
@@ -459,7 +501,7 @@ std::string writePsbDeck(_DSPSB* psb) {
             ops.yes("SAMETRM", tp->_get_sameTerminal());
             ops.add("PCBNAME", name);
             ops.yes("LIST", pcb->_get_list());
-            deck.statement("", "PCB", ops);
+            deck.statement("", ops);
             continue;
         }
         auto* based = static_cast<_DSPCBbased*>(type);
@@ -480,11 +522,11 @@ std::string writePsbDeck(_DSPSB* psb) {
         ops.add("PCBNAME", name);
         ops.yes("LIST", pcb->_get_list());
         if (dbt) ops.add("SB", val(str(dbt->_get_sequentialBuffering())));
-        deck.statement("", "PCB", ops);
+        deck.statement("", ops);
         if (!dbt) continue;
         for (_ADObject* s : targets(dbt->_get_senseg())) {
             auto* sense = static_cast<_DSSenSegment*>(s);
-            Ops so;
+            Ops so(Stmt::SENSEG);
             so.add("NAME", val(str(sense->_get_strSensegName())));
             if (_ADObject* parent = firstTarget(sense->_get_parentSenseg()))
                 so.add("PARENT", val(str(static_cast<_DSSenSegment*>(parent)->_get_strSensegName())));
@@ -502,19 +544,19 @@ std::string writePsbDeck(_DSPSB* psb) {
                 if (_ADObject* d = firstSource(static_cast<_DSDBDaccess*>(idx)->_get_containingDBD()))
                     indices.push_back(val(str(static_cast<_DSDBD*>(d)->_get_strDBDName())));
             so.add("INDICES", list(indices));
-            deck.statement("", "SENSEG", so);
+            deck.statement("", so);
             for (_ADObject* f : targets(sense->_get_senflds())) {
                 auto* senfld = static_cast<_DSSenField*>(f);
-                Ops fo;
+                Ops fo(Stmt::SENFLD);
                 if (_ADObject* field = firstTarget(senfld->_get_targetFIELD()))
                     fo.add("NAME", val(str(static_cast<_DSField*>(field)->_get_strFieldName())));
                 fo.add("START", num(senfld->_get_startPosition()));
                 fo.yes("REPL", senfld->_get_replace());
-                deck.statement("", "SENFLD", fo);
+                deck.statement("", fo);
             }
         }
     }
-    Ops gen;
+    Ops gen(Stmt::PSBGEN);
     gen.add("LANG", val(str(psb->_get_language())));
     gen.add("PSBNAME", val(str(psb->_get_strPSBName())));
     gen.yes("CMPAT", psb->_get_compatibility());
@@ -526,8 +568,8 @@ std::string writePsbDeck(_DSPSB* psb) {
     gen.yes("OLIC", psb->_get_onlineImageCopy());
     gen.add("HPSBNAME", val(str(psb->_get_hpPSBName())));
     gen.yes("WRTOP", psb->_get_writeToOperator());
-    deck.statement("", "PSBGEN", gen);
-    deck.statement("", "END", {});
+    deck.statement("", gen);
+    deck.directive(Stmt::END);
     return deck.take();
 }
 

@@ -33,7 +33,7 @@ TEST_F(Load, HandWrittenDecksLoadWithTheirWarnings) {
     EXPECT_NE(all.find("hospital.dbd:15:47: warning: FIELD DATATYPE: keyword has no place in the model; ignored"),
               std::string::npos)
         << all;
-    EXPECT_NE(all.find("hospital.dbd:16:16: warning: FIELD PATTERN: keyword has no place in the model; ignored"),
+    EXPECT_NE(all.find("hospital.dbd:16:16: warning: FIELD PATTERN: not a keyword of FIELD; ignored"),
               std::string::npos);
 }
 
@@ -83,11 +83,11 @@ TEST_F(Load, OperandsReachTheirAttributesAndLinks) {
     EXPECT_EQ(psb->_get_listPCBs()->count(), 7);
     EXPECT_EQ(psb->_get_ioErrorOption(), 451);
     EXPECT_EQ(psb->_get_writeToOperator(), 1);
-    auto patient = static_cast<_DSSenSegment*>(DSRegistrar::findObj("DSSenSegment", "HOSPPCB.PATIENT", v));
+    auto patient = static_cast<_DSSenSegment*>(DSRegistrar::findObj("DSSenSegment", "HOSPPSB.HOSPPCB.PATIENT", v));
     EXPECT_EQ(patient->_get_subsetPointer1(), 'R');
     EXPECT_EQ(patient->_get_subsetPointer3(), 'U');
     EXPECT_EQ(patient->_get_senflds()->count(), 2);
-    auto named = static_cast<_DSPCBdb*>(DSRegistrar::findObj("DSPCBdb", "NAMEPCB.TYPE", v));
+    auto named = static_cast<_DSPCBdb*>(DSRegistrar::findObj("DSPCBdb", "HOSPPSB.NAMEPCB.TYPE", v));
     EXPECT_EQ(named->_getFirst_procseq()->impl(), DSRegistrar::findObj("DSDBDindex", "NAMEIDX.ACCESS", v));
 }
 
@@ -127,7 +127,7 @@ TEST(LoadErrors, AFailedOpenerIsToldOnceAndATrueOrphanStill) {
     EXPECT_EQ(errors({{"d.dbd",
                        "         DBD   NAME=D,ACCESS=HISAM\n         SEGM  NAME=A,BYTES=(1X)\n"
                        "         FIELD NAME=F,START=1,BYTES=1\n         DBDGEN\n"}}),
-              (V{"d.dbd:2:30: error: SEGM BYTES: a number is expected, not '1X'"}));
+              (V{"d.dbd:2:30: error: SEGM BYTES: a number from 0 to 32767 is expected, not '1X'"}));
     EXPECT_EQ(errors({{"t.psb",
                        "         PCB   TYPE=TP,NAME=OUT\n         SENSEG NAME=A\n         SENFLD NAME=F\n"
                        "         PSBGEN PSBNAME=T\n"}}),
@@ -256,7 +256,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "b.dbd:1:10: error: DBD H: defined again differently (first at a.dbd:1:10)"},
         Hostile{"BadNumber",
                 {{"n.dbd", "         DBD   NAME=N,ACCESS=HISAM\n         SEGM  NAME=A,BYTES=(12X)\n         DBDGEN\n"}},
-                "n.dbd:2:30: error: SEGM BYTES: a number is expected, not '12X'"},
+                "n.dbd:2:30: error: SEGM BYTES: a number from 0 to 32767 is expected, not '12X'"},
         Hostile{"HundredThousandCards",
                 {{"big.dbd", big(20000)}},
                 "big.dbd:100003:21: error: SEGM NAME: segment ROOT is defined twice"},

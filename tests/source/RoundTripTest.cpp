@@ -44,7 +44,7 @@ TEST_F(RoundTrip, SampleWrittenAndLoadedExportsAsTheSample) {
     sample::Model m = sample::build();
     // What a deck states and the sample leaves out: a SENSEG always names its
     // segment, an exit is its capture routine.
-    DSSenSegment viaIndex(sample::kVersion, "NAMEPCB.PATIENT", 1);
+    DSSenSegment viaIndex(sample::kVersion, "HOSPPSB.NAMEPCB.PATIENT", 1);
     DSSegmentComplex patient(sample::kVersion, "HOSPDBD.PATIENT", 1);
     DSSegment patientSegment(patient.operator->());
     DSMapsTo(&viaIndex, &patientSegment, 1);

@@ -201,7 +201,7 @@ Model build() {
     auto dbPcb = [&](DSPCB& pcb, DSDBD& base, const char* name) {
         pcb->_set_strPCBAccessName(name, omStore);
         pcb->_set_adName(name, omStore);
-        auto type = named<DSPCBdb>(std::string(name) + ".TYPE");
+        auto type = named<DSPCBdb>(std::string("HOSPPSB.") + name + ".TYPE");
         type->_set_strPCBtype("DB", omStore);
         type->_set_procoptPCB("G", omStore);
         type->_set_keyLength(20, omStore);
@@ -210,23 +210,23 @@ Model build() {
         return type;
     };
     auto hospType = dbPcb(m.hospitalPcb, m.hospital, "HOSPPCB");
-    auto top = named<DSSenSegment>("HOSPPCB.HOSPITAL");
+    auto top = named<DSSenSegment>("HOSPPSB.HOSPPCB.HOSPITAL");
     top->_set_strSensegName("HOSPITAL", omStore);
     top->_set_procoptSENSEG("G", omStore);
     DSHasSensitive topLink(&hospType, &top, nullptr, 1);
     DSMapsTo(&top, &hospital, 1);
-    auto wardSense = named<DSSenSegment>("HOSPPCB.WARD");
+    auto wardSense = named<DSSenSegment>("HOSPPSB.HOSPPCB.WARD");
     wardSense->_set_strSensegName("WARD", omStore);
     DSHasSensitive wardLink(&hospType, &wardSense, &topLink, 1);
     DSHasParentSenseg(&wardSense, &top, 1);
     DSMapsTo(&wardSense, &ward, 1);
-    auto patSense = named<DSSenSegment>("HOSPPCB.PATIENT");
+    auto patSense = named<DSSenSegment>("HOSPPSB.HOSPPCB.PATIENT");
     patSense->_set_strSensegName("PATIENT", omStore);
     patSense->_set_subsetPointer1('R', omStore);
     DSHasSensitive(&hospType, &patSense, &wardLink, 1);
     DSHasParentSenseg(&patSense, &wardSense, 1);
     DSMapsTo(&patSense, &patient, 1);
-    auto senfld = named<DSSenField>("HOSPPCB.PATIENT.PATNAME");
+    auto senfld = named<DSSenField>("HOSPPSB.HOSPPCB.PATIENT.PATNAME");
     senfld->_set_startPosition(1, omStore);
     DSUsesSENFLD(&patSense, &senfld, 1);
     DSUsedAsSENFLD(&senfld, &patName, 1);
@@ -234,7 +234,7 @@ Model build() {
     // The second PCB processes the hospital through the secondary index.
     auto indexType = dbPcb(m.indexPcb, m.hospital, "NAMEPCB");
     DSSequencedBy(&indexType, &secondary, 1);
-    auto viaIndex = named<DSSenSegment>("NAMEPCB.PATIENT");
+    auto viaIndex = named<DSSenSegment>("HOSPPSB.NAMEPCB.PATIENT");
     viaIndex->_set_strSensegName("PATIENT", omStore);
     DSHasSensitive(&indexType, &viaIndex, nullptr, 1);
     DSIndexedBy(&viaIndex, &secondary, 1);
@@ -242,7 +242,7 @@ Model build() {
     // A terminal PCB with two destinations.
     m.terminalPcb->_set_strPCBAccessName("ALTPCB", omStore);
     m.terminalPcb->_set_adName("ALTPCB", omStore);
-    auto tp = named<DSPCBtp>("ALTPCB.TYPE");
+    auto tp = named<DSPCBtp>("HOSPPSB.ALTPCB.TYPE");
     tp->_set_strPCBtype("TP", omStore);
     tp->_set_express(1, omStore);
     DSSpecifiedByType(&m.terminalPcb, &tp, 1);
