@@ -435,7 +435,8 @@ void readCards(const CardTexts& cards, std::size_t begin, std::size_t endCard, c
         }
         skipBlanks();
         if (p >= text.size() || text[p].card != 0) {
-            diags.error({&file, firstLine, 1}, "a label without an operation: the operation follows it on its card");
+            diags.error({&file, firstLine, 1},
+                        "a label without an operation: an operation is expected after the label");
             continue;
         }
         st.at = {&file, text[p].line, text[p].column};
