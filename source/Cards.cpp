@@ -2,6 +2,9 @@
 // Cards.h for the format). Everything here is linear in the deck's size.
 #include <krmwtarn/source/Cards.h>
 
+#include <krmwtarn/source/FileKind.h>
+#include <krmwtarn/source/JobStream.h>
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -205,8 +208,9 @@ public:
                 ++pos_;
                 continue;
             }
-            return fail(std::string("unexpected '") + s_[pos_].c + "' in the operands" +
-                        (s_[pos_].c == ')' ? " (unbalanced parentheses)" : ""));
+            return fail(
+                std::string("unexpected '") + s_[pos_].c + "' after an operand" +
+                (s_[pos_].c == ')' ? " (unbalanced parentheses)" : ": a comma or the operands' end is expected"));
         }
     }
 
@@ -247,28 +251,8 @@ private:
         if (atEnd() || s_[pos_].c == ',' || s_[pos_].c == ')') return true;
         char c = s_[pos_].c;
         if (c == '(') {
-            if (depth >= kMaxDepth) return fail("sublists nested deeper than 16 levels");
             v.kind = Value::List;
-            ++pos_;
-            for (;;) {
-                Value item;
-                if (!value(item, depth + 1, true)) return false;
-                if (v.items.size() == kMaxItems) return fail("a sublist of more than 1000 positions");
-                v.items.push_back(std::move(item));
-                if (atEnd()) {
-                    diags_.error(v.at, "unbalanced parentheses: this sublist is not closed");
-                    return false;
-                }
-                if (s_[pos_].c == ',') {
-                    ++pos_;
-                    continue;
-                }
-                if (s_[pos_].c == ')') {
-                    ++pos_;
-                    return true;
-                }
-                return fail(std::string("unexpected '") + s_[pos_].c + "' in a sublist");
-            }
+            return sublist(v.items, depth);
         }
         if (c == '\'') {
             v.kind = Value::Quoted;
@@ -291,10 +275,43 @@ private:
                 ++pos_;
                 continue;
             }
+            // A word with a parenthesised suffix (`DECIMAL(15,2)`) is one value:
+            // its text as written, the suffix's positions as its items.
+            if (c == '(' && !v.text.empty()) {
+                std::size_t open = pos_;
+                if (!sublist(v.items, depth)) return false;
+                for (std::size_t i = open; i < pos_; ++i) v.text.push_back(s_[i].c);
+            }
             break;
         }
-        if (v.text.empty()) return fail(std::string("unexpected '") + c + "' in the operands");
+        if (v.text.empty()) return fail(std::string("unexpected '") + c + "' where a value is expected");
         return true;
+    }
+
+    // The positions of a sublist, from its opening parenthesis to its closing one.
+    bool sublist(std::vector<Value>& items, int depth) {
+        if (depth >= kMaxDepth) return fail("sublists nested deeper than 16 levels");
+        Location open = here();
+        ++pos_;
+        for (;;) {
+            Value item;
+            if (!value(item, depth + 1, true)) return false;
+            if (items.size() == kMaxItems) return fail("a sublist of more than 1000 positions");
+            items.push_back(std::move(item));
+            if (atEnd()) {
+                diags_.error(open, "unbalanced parentheses: this sublist is not closed");
+                return false;
+            }
+            if (s_[pos_].c == ',') {
+                ++pos_;
+                continue;
+            }
+            if (s_[pos_].c == ')') {
+                ++pos_;
+                return true;
+            }
+            return fail(std::string("unexpected '") + s_[pos_].c + "' in a sublist: a comma or ')' is expected");
+        }
     }
 
     const std::vector<Ch>& s_;
@@ -311,15 +328,37 @@ bool freeText(const std::string& op) {
            op == "DBDGEN";
 }
 
-}  // namespace
+// The first word of a continuation card's text (from column 16) when the card
+// is a generation statement with its operands (`SEGM NAME=...`), else empty.
+std::string_view statementOnCard(std::string_view t) {
+    t = t.substr(0, kStatementEnd);
+    std::size_t from = t.find_first_not_of(' ', kContinuedText - 1);
+    if (from == t.npos) return {};
+    std::size_t to = std::min(t.find(' ', from), t.size());
+    std::string op;
+    for (char c : t.substr(from, to - from))
+        op.push_back(static_cast<char>(std::toupper(static_cast<unsigned char>(c))));
+    if (!generationOperation(op) || op == "PRINT" || op == "TITLE" || op == "EJECT" || op == "SPACE") return {};
+    std::size_t operands = t.find_first_not_of(' ', to);
+    if (operands != t.npos && t.substr(operands, t.find(' ', operands) - operands).find('=') == t.npos) return {};
+    return t.substr(from, to - from);
+}
 
-std::vector<Statement> readStatements(const std::string& file, std::string_view bytes, Diagnostics& diags) {
-    std::vector<Statement> statements;
-    CardTexts cards = decode(bytes, nullptr);
-    statements.reserve(cards.size());  // at most one a card
+// A misplaced card that begins a statement of its own (a label, a comment or an
+// operation word) rather than continuing operands written too far left.
+bool beginsStatement(std::string_view t) {
+    std::size_t from = t.find_first_not_of(' ');
+    if (from == 0) return true;
+    std::size_t to = std::min(t.find(' ', from), std::min<std::size_t>(t.size(), kStatementEnd));
+    return t.substr(from, to - from).find_first_of("=(),'") == t.npos;
+}
+
+// Reads the statements of cards [begin, end).
+void readCards(const CardTexts& cards, std::size_t begin, std::size_t endCard, const std::string& file,
+               Diagnostics& diags, std::vector<Statement>& statements) {
     std::vector<Ch> text;
     std::vector<Ch> field;
-    for (std::size_t i = 0; i < cards.size() && !diags.full(); ++i) {
+    for (std::size_t i = begin; i < endCard && !diags.full(); ++i) {
         std::string_view t = cards.text(i);
         const int firstLine = cards.line(i);
         // A card blank in its statement columns (1-72) is a blank card, whatever
@@ -330,13 +369,25 @@ std::vector<Statement> readStatements(const std::string& file, std::string_view 
 
         // The statement's cards: this one and every card a column-72 mark continues to.
         std::size_t last = i;
-        bool truncated = false;
+        bool truncated = false, misplaced = false;
         while (cards.text(last).size() >= kContinueColumn && !blank(cards.text(last)[kContinueColumn - 1])) {
-            if (last + 1 == cards.size()) {
+            if (last + 1 == endCard) {
                 diags.error({&file, cards.line(last), kContinueColumn},
                             "continuation mark in column 72 on the last card: the statement is incomplete");
                 truncated = true;
                 break;
+            }
+            std::string_view next = cards.text(last + 1);
+            std::size_t at = next.find_first_not_of(' ');
+            if (!misplaced && at < static_cast<std::size_t>(kContinuedText - 1)) {
+                diags.error({&file, cards.line(last + 1), static_cast<int>(at) + 1},
+                            "continuation card: text found in column " + std::to_string(at + 1) +
+                                ", where continued text begins in column 16 (column 72 of the card before is "
+                                "not blank)");
+                // A card of its own is read as such after this statement;
+                // operands written too far left leave the statement unread.
+                if (beginsStatement(next)) break;
+                misplaced = true;
             }
             ++last;
         }
@@ -345,10 +396,6 @@ std::vector<Statement> readStatements(const std::string& file, std::string_view 
         for (std::size_t k = i; k <= last; ++k) {
             std::string_view ct = cards.text(k);
             int from = k == i ? 1 : kContinuedText;
-            if (k > i && ct.find_first_not_of(' ') < static_cast<std::size_t>(kContinuedText - 1) &&
-                ct.find_first_not_of(' ') != std::string::npos)
-                diags.warning({&file, cards.line(k), static_cast<int>(ct.find_first_not_of(' ')) + 1},
-                              "continuation card: text before column 16 is ignored");
             int to = std::min<int>(kStatementEnd, static_cast<int>(ct.size()));
             // The last card's trailing blanks end the statement whatever they
             // are; left out, most cards cost their text rather than 71 columns.
@@ -361,14 +408,16 @@ std::vector<Statement> readStatements(const std::string& file, std::string_view 
                     char hex[8];
                     std::snprintf(hex, sizeof hex, "0x%02X", u);
                     diags.error({&file, cards.line(k), col},
-                                std::string("invalid character ") + hex + " in the statement");
+                                std::string("invalid character ") + hex +
+                                    " in the statement: cards hold printable characters only");
                     invalid = true;
                 }
                 text.push_back({c, cards.line(k), col, static_cast<int>(k - i)});
             }
         }
+        const std::size_t first = i;
         i = last;
-        if (invalid || truncated || text.empty()) continue;
+        if (invalid || truncated || misplaced || text.empty()) continue;
 
         Statement st;
         std::size_t p = 0;
@@ -386,12 +435,27 @@ std::vector<Statement> readStatements(const std::string& file, std::string_view 
         }
         skipBlanks();
         if (p >= text.size() || text[p].card != 0) {
-            diags.error({&file, firstLine, 1}, "a label without an operation");
+            diags.error({&file, firstLine, 1},
+                        "a label without an operation: an operation is expected after the label");
             continue;
         }
         st.at = {&file, text[p].line, text[p].column};
         for (char c : token()) st.operation.push_back(static_cast<char>(std::toupper(static_cast<unsigned char>(c))));
+        // A generation statement on a continuation card past the operands is
+        // read as a remark: said, since the statement would be lost unseen.
+        auto remarkStatement = [&](std::size_t after) {
+            for (std::size_t k = after + 1; k <= last; ++k) {
+                std::string_view op = statementOnCard(cards.text(k));
+                if (op.empty()) continue;
+                diags.error({&file, cards.line(k), static_cast<int>(op.data() - cards.text(k).data()) + 1},
+                            "continuation card: the " + std::string(op) +
+                                " statement on it is read as a remark, as column 72 of the card before is not "
+                                "blank");
+                return;
+            }
+        };
         if (freeText(st.operation)) {
+            remarkStatement(first);
             statements.push_back(std::move(st));
             continue;
         }
@@ -425,10 +489,41 @@ std::vector<Statement> readStatements(const std::string& file, std::string_view 
             commas += ch.c == ',';
         }
         st.operands.reserve(commas + 1);  // as many as there are operands, or more
+        remarkStatement(first + (field.empty() ? 0 : field.back().card));
         OperandParser parser(field, file, diags, end);
         if (!parser.parse(st.operands)) continue;
         statements.push_back(std::move(st));
     }
+}
+
+}  // namespace
+
+std::vector<Statement> readStatements(const std::string& file, std::string_view bytes, Diagnostics& diags) {
+    std::vector<Statement> statements;
+    auto notADeck = [&](const std::string& looks) {
+        diags.error({&file, 0, 0}, "this is not a generation deck: it looks like " + looks);
+        return statements;
+    };
+    if (std::string looks = bytesLookLike(bytes); !looks.empty()) return notADeck(looks);
+    CardTexts cards = decode(bytes, nullptr);
+    std::vector<std::string_view> texts;
+    texts.reserve(cards.size());
+    for (std::size_t i = 0; i < cards.size(); ++i) texts.push_back(cards.text(i));
+    if (std::string looks = cardsLookLike(texts); !looks.empty()) return notADeck(looks);
+    if (!isJobStream(texts)) {
+        statements.reserve(cards.size());  // at most one a card
+        readCards(cards, 0, cards.size(), file, diags, statements);
+        return statements;
+    }
+    // A job stream: the decks are its in-stream data sets that open with a
+    // generation statement; other data and the job control are passed over.
+    bool decks = false;
+    for (CardRange r : inStreamData(texts)) {
+        if (!opensDeck(texts, r)) continue;
+        decks = true;
+        readCards(cards, r.begin, r.end, file, diags, statements);
+    }
+    if (!decks) diags.warning({&file, 0, 0}, "a job stream without DBD or PSB generation statements");
     return statements;
 }
 

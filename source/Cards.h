@@ -4,7 +4,7 @@
 // statements: label, operation and operands (keywords, positional values,
 // nested sublists, quoted strings, empty positions), with continuation in
 // column 72, continued text from column 16, sequence columns 73-80 ignored,
-// comment cards and remarks.
+// comment cards and remarks; decks inside job streams are found by JobStream.h.
 #pragma once
 
 #include <krmwtarn/platform/common/Export.h>
@@ -32,7 +32,8 @@ struct KRMWTARN_API Card {
 KRMWTARN_API std::vector<Card> decodeCards(std::string_view bytes, Encoding* detected = nullptr);
 KRMWTARN_API Encoding detectEncoding(std::string_view bytes);
 
-// An operand value: a plain word (`SEQ`, `X'40'`), a quoted string (its text
+// An operand value: a plain word (`SEQ`, `X'40'`; `DECIMAL(15,2)` is one word
+// as written whose items are its suffix's positions), a quoted string (its text
 // without the quotes, `''` undone), a parenthesised sublist, or nothing.
 struct KRMWTARN_API Value {
     enum Kind { Empty, Word, Quoted, List };
@@ -63,8 +64,10 @@ struct KRMWTARN_API Statement {
     std::string source;  // the operand field as written, for comparing definitions
 };
 
-// Reads every statement of one deck; problems of the card format go to `diags`
-// with their place in `file` (which must outlive the statements).
+// Reads every statement of one deck, or of the decks in a job stream's in-stream
+// data (with the job file's card numbers); problems of the card format go to
+// `diags` with their place in `file` (which must outlive the statements). A file
+// that is no deck (UTF-16 text, binary data, a COBOL copybook) is one error.
 KRMWTARN_API std::vector<Statement> readStatements(const std::string& file, std::string_view bytes, Diagnostics& diags);
 
 }  // namespace krsource

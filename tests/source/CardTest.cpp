@@ -1,6 +1,6 @@
 // CardTest.cpp — the card format: encodings and line ends, continuation,
-// comments, remarks, quoting and nested sublists, and what the reader makes of
-// text it cannot take.
+// comments, remarks, quoting, nested sublists and suffixed values, what the
+// reader makes of text it cannot take, and files that are no deck at all.
 #include "DeckTestSupport.h"
 
 #include <gtest/gtest.h>
@@ -153,4 +153,109 @@ INSTANTIATE_TEST_SUITE_P(Cards, Malformed,
                                            BadCards{"         SEGM  NAME=\x01\n", 1, 21, "invalid character 0x01"},
                                            BadCards{"         SEGM  X=((((((((((((((((((A))))))))))))))))))\n", 1, 34,
                                                     "nested deeper"},
-                                           BadCards{"LABELONLY\n", 1, 1, "without an operation"}));
+                                           BadCards{"LABELONLY\n", 1, 1, "without an operation"},
+                                           BadCards{"         FIELD X=CHAR(10\n", 1, 22, "unbalanced parentheses"},
+                                           BadCards{"         FIELD X=CHAR(1)(2)\n", 1, 25, "a comma or the operands"},
+                                           BadCards{"         FIELD X==A\n", 1, 18, "'=' where a value"}));
+
+TEST(Cards, AWordWithAParenthesisedSuffixIsOneValue) {
+    Diagnostics d;
+    auto st = read("         FIELD DATATYPE=DECIMAL(15,2),X=CHAR(10),Y=(A,B(1,(2,3))),Z=(4)\n", d);
+    ASSERT_EQ(st.size(), 1u);
+    EXPECT_FALSE(d.hasErrors());
+    const auto& ops = st[0].operands;
+    ASSERT_EQ(ops.size(), 4u);
+    EXPECT_EQ(ops[0].value.kind, Value::Word);
+    EXPECT_EQ(ops[0].value.text, "DECIMAL(15,2)");
+    ASSERT_EQ(ops[0].value.items.size(), 2u);
+    EXPECT_EQ(ops[0].value.items[1].text, "2");
+    EXPECT_EQ(ops[0].value.items[1].at.column, 36);
+    EXPECT_EQ(ops[1].value.text, "CHAR(10)");
+    // Inside a sublist, with a nested sublist in the suffix.
+    const Value& b = ops[2].value.items[1];
+    EXPECT_EQ(b.text, "B(1,(2,3))");
+    ASSERT_EQ(b.items.size(), 2u);
+    EXPECT_EQ(b.items[1].kind, Value::List);
+    EXPECT_EQ(b.items[1].items[1].text, "3");
+    // A parenthesis opening a value is a sublist still.
+    EXPECT_EQ(ops[3].value.kind, Value::List);
+}
+
+// A continuation mark with a card that does not continue: one error at the
+// card, and the card is not lost.
+TEST(Cards, MisplacedContinuationCardsAreErrorsAtTheCard) {
+    Diagnostics d;
+    auto st =
+        read(card("         SEGM  NAME=A,PARENT=0", true) + "\n         DATASET DD1=X\n         FIELD NAME=B\n", d);
+    ASSERT_EQ(d.all().size(), 1u);
+    EXPECT_EQ(d.all()[0].text(),
+              "deck:2:10: error: continuation card: text found in column 10, where continued text begins in column 16 "
+              "(column 72 of the card before is not blank)");
+    ASSERT_EQ(st.size(), 3u);
+    EXPECT_EQ(st[1].operation, "DATASET");
+
+    // Operands continued too far left: the statement is not read, nothing else said.
+    Diagnostics left;
+    st = read(card("         SEGM  NAME=A,", true) + "\n          PARENT=0\n         FIELD NAME=B\n", left);
+    ASSERT_EQ(left.all().size(), 1u);
+    EXPECT_EQ(left.all()[0].line, 2);
+    EXPECT_EQ(left.all()[0].column, 11);
+    ASSERT_EQ(st.size(), 1u);
+    EXPECT_EQ(st[0].operation, "FIELD");
+
+    // A statement continued into from column 16 is read as a remark: an error
+    // naming it; a remark continued is none.
+    Diagnostics remark;
+    read(card("         SEGM  NAME=A,PARENT=0", true) + "\n               FIELD NAME=B\n" +
+             card("         DBDGEN", true) + "\n               SEGM  NAME=C\n",
+         remark);
+    ASSERT_EQ(remark.all().size(), 2u);
+    EXPECT_EQ(remark.all()[0].text(),
+              "deck:2:16: error: continuation card: the FIELD statement on it is read as a remark, as column 72 of "
+              "the card before is not blank");
+    EXPECT_EQ(remark.all()[1].line, 4);
+    Diagnostics fine;
+    read(card("         SEGM  NAME=A    THE ROOT,", true) + "\n               FIELD NAMES FOLLOW\n", fine);
+    EXPECT_TRUE(fine.all().empty());
+}
+
+// Files that are no deck: one error for the file, nothing for its cards.
+struct NotADeck {
+    const char* name;
+    std::string bytes;
+    const char* looks;
+};
+class NotDecks : public ::testing::TestWithParam<NotADeck> {};
+
+std::string utf16(const std::string& text, bool bom) {
+    std::string out = bom ? "\xff\xfe" : "";
+    for (char c : text) out += std::string(1, c) + '\0';
+    return out;
+}
+
+TEST_P(NotDecks, GiveOneErrorForTheFile) {
+    Diagnostics d;
+    auto st = read(GetParam().bytes, d);
+    EXPECT_TRUE(st.empty());
+    ASSERT_EQ(d.all().size(), 1u);
+    EXPECT_EQ(d.all()[0].text(),
+              std::string("deck: error: this is not a generation deck: it looks like ") + GetParam().looks);
+}
+INSTANTIATE_TEST_SUITE_P(
+    Cards, NotDecks,
+    ::testing::Values(NotADeck{"Utf16WithMark", utf16("         DBD   NAME=X\r\n", true),
+                               "UTF-16 text (byte-order mark FF FE)"},
+                      NotADeck{"Utf16WithoutMark", "\0" + utf16("         DBD   NAME=X\r\n", false).substr(0, 40),
+                               "UTF-16 text (no byte-order mark, a NUL byte in every other position)"},
+                      NotADeck{"Binary",
+                               std::string("\x7f"
+                                           "ELF\x02\x01\x01\0\0\0\0\0\0\0\0\0\x03\0>\0\x01\0\0\0",
+                                           24) +
+                                   std::string(200, 'A'),
+                               "binary data (20 NUL or control bytes in the first 224)"},
+                      NotADeck{"Copybook",
+                               "000100* ORDER RECORD\n000200 01  ORDER-REC.\n000300     05  ORD-NO     PIC 9(8).\n"
+                               "000400     05  ORD-TEXT   PIC X(30)\n000500                    VALUE SPACES.\n"
+                               "000600     05  ORD-FLAG   PIC X.\n000700         88  ORD-OPEN   VALUE 'O'.\n",
+                               "a COBOL copybook (level-numbered data items)"}),
+    [](const auto& info) { return std::string(info.param.name); });
