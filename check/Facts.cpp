@@ -7,20 +7,25 @@ namespace krcheck {
 namespace {
 std::string str(const char* s) { return s ? std::string(s) : std::string(); }
 
+// The organisation as ACCESS wrote it; for an access object made without it,
+// the organisation its class stands for.
 std::string organisationOf(_ADObject* access) {
     if (!access) return {};
+    std::string written = str(static_cast<_DSDBDaccess*>(access)->_get_dliAccess());
+    if (organisationNamed(written)) return written;
     if (access->isKindOf("DSDBDhidam")) return "HIDAM";
     if (access->isKindOf("DSDBDhdam")) return "HDAM";
     if (access->isKindOf("DSDBDdedb")) return "DEDB";
     if (access->isKindOf("DSDBDindex")) return "INDEX";
     if (access->isKindOf("DSDBDmsdb")) return "MSDB";
-    return str(static_cast<_DSDBDaccess*>(access)->_get_dliAccess());
+    return written;
 }
 }  // namespace
 
 DbdFacts::DbdFacts(_DSDBD* d) : dbd(d), name(str(d->_get_strDBDName())) {
     access = firstFar(d->_get_dliAccess());
     organisation = organisationOf(access);
+    org = organisationNamed(organisation);
     segments.reserve(static_cast<std::size_t>(d->_get_segments()->count()));
     for (const ADObject& l : *d->_get_segments()) {
         auto* s = static_cast<_DSSegment*>(farEnd(l, true));

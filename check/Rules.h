@@ -8,6 +8,7 @@
 #include <krmwtarn/platform/common/Export.h>
 
 #include <krmwtarn/check/Check.h>
+#include <krmwtarn/check/Organisations.h>
 #include <krmwtarn/source/FieldGeometry.h>
 
 #include <functional>
@@ -39,8 +40,9 @@ struct SegmentFacts {
 struct DbdFacts {
     _DSDBD* dbd;
     std::string name;
-    _ADObject* access = nullptr;  // the access object, null when none is linked
-    std::string organisation;     // HIDAM, HDAM, DEDB, INDEX, MSDB, HISAM, LOGICAL, ...
+    _ADObject* access = nullptr;        // the access object, null when none is linked
+    std::string organisation;           // as ACCESS writes it: HIDAM, PHDAM, GSAM, ...
+    const Organisation* org = nullptr;  // what that organisation is; null for one the table lacks
     std::vector<SegmentFacts> segments;
     std::unordered_map<const _ADObject*, int> segmentIndex;
     explicit DbdFacts(_DSDBD* d);

@@ -1,0 +1,316 @@
+// DbdRules.cpp — the rules over one DBD: names, levels and roots, fields,
+// what its organisation asks of it (Organisations.h), logical relationships,
+// indexes.
+#include "RuleFunctions.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace krcheck::rule {
+namespace {
+constexpr int kMaxLevels = 15;
+
+// What the DBD's organisation is, when the table knows it.
+bool is(const DbdFacts& f, bool Organisation::*property) { return f.org && f.org->*property; }
+bool inFamily(const DbdFacts& f, Family family) { return f.org && f.org->family == family; }
+
+// The fields the manager fills for a secondary index, named /SX or /CK and a
+// number: the pointer's subsequence (/SX1, no START or BYTES) and a part of
+// the concatenated key (/CK1, START counted from that key's first byte).
+bool systemField(const std::string& name, std::string_view prefix) {
+    return name.size() > 3 && name.size() <= 8 && name.compare(0, 3, prefix) == 0 &&
+           name.find_first_not_of("0123456789", 3) == std::string::npos;
+}
+bool systemField(const std::string& name) { return systemField(name, "/SX") || systemField(name, "/CK"); }
+const SegmentFacts* rootOf(const DbdFacts& f) {
+    for (const SegmentFacts& s : f.segments)
+        if (s.parent < 0) return &s;
+    return nullptr;
+}
+const FieldFacts* sequenceField(const SegmentFacts& s) {
+    for (const FieldFacts& fl : s.fields)
+        if (fl.field->_get_sequenceField()) return &fl;
+    return nullptr;
+}
+// The segment's name, and the DBD that holds it (null when none does).
+std::string segName(_ADObject* segment) { return str(static_cast<_DSSegment*>(segment)->_get_strSegmentName()); }
+_DSDBD* dbdOf(_ADObject* segment) {
+    return firstFar<_DSDBD>(static_cast<_DSSegment*>(segment)->_get_containingDBD(), false);
+}
+_DSSegmentComplex* complexOf(const SegmentFacts& s) {
+    return s.segment->isKindOf("DSSegmentComplex") ? static_cast<_DSSegmentComplex*>(s.segment) : nullptr;
+}
+std::string joined(const std::vector<_ADObject*>& segments) {
+    std::string out;
+    for (_ADObject* s : segments) out += (out.empty() ? "" : ", ") + segName(s);
+    return out;
+}
+
+}  // namespace
+
+// Names of the DBD, its segments and fields are 1-8 letters, digits, @, # or $;
+// a field may also be one the manager fills for a secondary index (/SX1, /CK1).
+void nameForm(const DbdFacts& f, Report& report) {
+    auto bad = [](const std::string& what, const std::string& name) {
+        return what + " name '" + name + "' is not 1 to 8 letters, digits, @, # or $ starting with no digit";
+    };
+    if (!validName(f.name)) report(f.dbd, f.name, bad("DBD", f.name));
+    for (const SegmentFacts& s : f.segments) {
+        if (!validName(s.name)) report(s.segment, s.path, bad("segment", s.name));
+        for (const FieldFacts& fl : s.fields)
+            if (!validName(fl.name) && !systemField(fl.name))
+                report(fl.field, s.path + "/" + fl.name, bad("field", fl.name));
+    }
+}
+
+// A DBD has at most 15 levels of segments.
+void segLevels(const DbdFacts& f, Report& report) {
+    for (const SegmentFacts& s : f.segments)
+        if (s.depth == kMaxLevels + 1)
+            report(s.segment, s.path,
+                   "segment " + s.name + " is at level " + n(s.depth) + "; a DBD has at most " + n(kMaxLevels));
+}
+
+// A DBD with segments has exactly one root segment.
+void segRoot(const DbdFacts& f, Report& report) {
+    if (f.segments.empty()) return;
+    const SegmentFacts* root = rootOf(f);
+    if (!root) return report(f.dbd, f.name, "DBD " + f.name + " has no root segment (every segment has a parent)");
+    for (const SegmentFacts& s : f.segments)
+        if (s.parent < 0 && &s != root)
+            report(s.segment, s.path, "segment " + s.name + " is a second root (the root is " + root->name + ")");
+}
+
+// A field lies within its segment: START + BYTES - 1 is at most the segment's
+// length; a /CK field's bytes are counted in the segment's concatenated key.
+// Fields may overlap.
+void fieldRange(const DbdFacts& f, Report& report) {
+    for (const SegmentFacts& s : f.segments) {
+        long length = s.segment->_get_maximumLength();
+        for (const FieldFacts& fl : s.fields) {
+            bool overKey = systemField(fl.name, "/CK");
+            long limit = overKey ? s.concatenatedKey : length;
+            long end = fl.geometry.start + fl.geometry.bytes - 1;
+            if (limit > 0 && fl.geometry.start > 0 && fl.geometry.bytes > 0 && end > limit)
+                report(fl.field, s.path + "/" + fl.name,
+                       "field " + fl.name + " ends at byte " + n(end) + ", beyond the " + n(limit) + " bytes of " +
+                           (overKey ? "the concatenated key of segment " : "segment ") + s.name);
+        }
+    }
+}
+
+// A segment has at most one sequence field.
+void segSequence(const DbdFacts& f, Report& report) {
+    for (const SegmentFacts& s : f.segments) {
+        const FieldFacts* seq = sequenceField(s);
+        for (const FieldFacts& fl : s.fields)
+            if (seq && &fl != seq && fl.field->_get_sequenceField())
+                report(fl.field, s.path + "/" + fl.name,
+                       "field " + fl.name + " is a second sequence field of segment " + s.name + " (the first is " +
+                           seq->name + ")");
+    }
+}
+
+// The root of a database whose roots are kept or found by key (HIDAM, HISAM,
+// INDEX and their kin) has a unique sequence field.
+void rootSequence(const DbdFacts& f, Report& report) {
+    const SegmentFacts* root = rootOf(f);
+    if (!root || !is(f, &Organisation::rootSequence)) return;
+    const FieldFacts* seq = sequenceField(*root);
+    if (!seq || !seq->field->_get_uniqueSequence())
+        report(root->segment, root->path,
+               "root segment " + root->name + " of a " + f.organisation + " database needs a unique sequence field " +
+                   "(FIELD NAME=(name,SEQ,U))");
+}
+
+// The root of a randomized database (HDAM, PHDAM, DEDB) without a sequence field is found by sequential scan only.
+void rootUnkeyed(const DbdFacts& f, Report& report) {
+    const SegmentFacts* root = rootOf(f);
+    if (!root || !is(f, &Organisation::randomizer) || sequenceField(*root)) return;
+    report(root->segment, root->path,
+           "root segment " + root->name + " has no sequence field: its records are found by sequential scan only");
+}
+
+// A HIDAM database names its primary index DBD (LCHILD POINTER=INDX on the
+// root); a PHIDAM's is made by the manager.
+void hidamIndex(const DbdFacts& f, Report& report) {
+    if (!is(f, &Organisation::primaryIndexNamed)) return;
+    if (!f.access->isKindOf("DSDBDhidam") || !static_cast<_DSDBDhidam*>(f.access)->_get_primaryIndex()->count())
+        report(f.access, f.name,
+               f.organisation + " database " + f.name + " has no primary index (LCHILD ...,POINTER=INDX)");
+}
+
+// HDAM and DEDB databases name their randomizing module (RMNAME); a PHDAM may
+// name it per partition instead.
+void randomizer(const DbdFacts& f, Report& report) {
+    if (!is(f, &Organisation::randomizerNamed)) return;
+    if (!f.access->isKindOf("DSDBDdedb") || str(static_cast<_DSDBDdedb*>(f.access)->_get_rmName()).empty())
+        report(f.access, f.name, f.organisation + " database " + f.name + " names no randomizing module (RMNAME)");
+}
+
+// A DEDB has areas, each with its size.
+void dedbAreas(const DbdFacts& f, Report& report) {
+    if (!inFamily(f, Family::DataEntry)) return;
+    int areas = 0;
+    for (const ADObject& l : *f.dbd->_get_datasets()) {
+        auto* area = firstFar<_DSArea>(static_cast<_DSDSColl*>(l.impl())->_get_areaAttributes());
+        if (!area) continue;
+        ++areas;
+        if (area->_get_areaSize() <= 0) {
+            auto* dd = static_cast<_DSTARNDDname*>(static_cast<_KRLink*>(l.impl())->_get_target()->impl());
+            std::string name = dd && dd->_get_ddsName() ? dd->_get_ddsName() : "?";
+            report(area, f.name + "/" + name, "area " + name + " of DEDB " + f.name + " has no size (SIZE)");
+        }
+    }
+    if (!areas) report(f.dbd, f.name, "DEDB " + f.name + " has no areas (AREA statements)");
+}
+
+// Each segment of a logical DBD names its source segments (SOURCE).
+void logicalSource(const DbdFacts& f, Report& report) {
+    if (!inFamily(f, Family::Logical)) return;
+    for (const SegmentFacts& s : f.segments)
+        if (!s.segment->isKindOf("DSSegmentLogical") ||
+            !static_cast<_DSSegmentLogical*>(s.segment)->_get_sourceSegments()->count())
+            report(s.segment, s.path, "segment " + s.name + " of logical DBD " + f.name + " names no source (SOURCE)");
+}
+
+// Where an LCHILD's PAIR names a logical child (physical pairing), that child's own relationship pairs back.
+void lchildPair(const DbdFacts& f, Report& report) {
+    for (const SegmentFacts& s : f.segments) {
+        _DSSegmentComplex* parent = complexOf(s);
+        if (!parent) continue;
+        for (const ADObject& l : *parent->_get_logChildren()) {
+            auto* rel = static_cast<_DSLChild*>(l.impl());
+            _ADObject* child = farEnd(l);
+            auto* pair = firstFar<_DSSegmentComplex>(rel->_get_pairedSegment());
+            // A pair that is no logical child is a virtual one: nothing to pair back.
+            if (!child || !pair || !pair->_get_logParent()->count()) continue;
+            std::vector<_ADObject*> back;
+            for (const ADObject& pl : *pair->_get_logParent())
+                if (_ADObject* p = firstFar(static_cast<_DSLChild*>(pl.impl())->_get_pairedSegment()))
+                    back.push_back(p);
+            if (std::find(back.begin(), back.end(), child) != back.end()) continue;
+            report(s.segment, s.path,
+                   "LCHILD " + segName(child) + " of segment " + s.name + " is paired with " + segName(pair) +
+                       ", whose logical relationship pairs with " +
+                       (back.empty() ? std::string("no segment") : joined(back)));
+        }
+    }
+}
+
+// A logical child's logical parent is a segment of a DBD.
+void logicalParent(const DbdFacts& f, Report& report) {
+    for (const SegmentFacts& s : f.segments) {
+        _DSSegmentComplex* child = complexOf(s);
+        if (!child) continue;
+        for (_ADObject* parent : farEnds(child->_get_logParent(), false))
+            if (!dbdOf(parent))
+                report(s.segment, s.path,
+                       "the logical parent " + segName(parent) + " of segment " + s.name + " is in no DBD");
+    }
+}
+
+// An XDFLD has search fields, and its SRCH, SUBSEQ and DDATA fields are fields of its source segment.
+void xdfldFields(const DbdFacts& f, Report& report) {
+    for (const SegmentFacts& s : f.segments) {
+        _DSSegmentComplex* target = complexOf(s);
+        if (!target) continue;
+        for (_ADObject* o : farEnds(target->_get_indices())) {
+            auto* x = static_cast<_DSXDFLD*>(o);
+            _ADObject* source = firstFar(x->_get_indexSource());
+            if (!source) source = s.segment;
+            std::string name = str(x->_get_xdfldName()), path = s.path + "/" + name;
+            if (!x->_get_search()->count()) report(x, path, "XDFLD " + name + " has no search field (SRCH)");
+            std::vector<_ADObject*> own = farEnds(static_cast<_DSSegment*>(source)->_get_fields());
+            for (auto [key, role] : {std::pair{"SRCH", x->_get_search()}, std::pair{"SUBSEQ", x->_get_subseq()},
+                                     std::pair{"DDATA", x->_get_ddata()}})
+                for (_ADObject* field : farEnds(role))
+                    if (std::find(own.begin(), own.end(), field) == own.end())
+                        report(x, path,
+                               "XDFLD " + name + " " + key + " field " +
+                                   str(static_cast<_DSField*>(field)->_get_strFieldName()) +
+                                   " is not a field of its source segment " + segName(source));
+        }
+    }
+}
+
+// A HIDAM's primary index (or a PHIDAM's, where its DBD names one) is the
+// index of an INDEX DBD that no XDFLD also uses, keyed by a field of the root.
+void primaryIndex(const DbdFacts& f, Report& report) {
+    if (!inFamily(f, Family::Indexed) || !f.access->isKindOf("DSDBDhidam")) return;
+    auto* hidam = static_cast<_DSDBDhidam*>(f.access);
+    auto* index = firstFar<_DSDBDindex>(hidam->_get_primaryIndex());
+    if (!index) return;  // HIDAM-INDEX
+    auto* indexDbd = firstFar<_DSDBD>(index->_get_containingDBD(), false);
+    std::string indexName = indexDbd ? str(indexDbd->_get_strDBDName()) : std::string();
+    if (!indexDbd)
+        report(f.access, f.name,
+               "the primary index of " + f.organisation + " database " + f.name + " is the index of no DBD");
+    else if (auto* x = firstFar<_DSXDFLD>(index->_get_secondaryIndexTarget(), false))
+        report(f.access, f.name,
+               "primary index DBD " + indexName + " of " + f.organisation + " database " + f.name +
+                   " is also the secondary index of XDFLD " + str(x->_get_xdfldName()));
+    const SegmentFacts* root = rootOf(f);
+    auto* key = firstFar<_DSField>(hidam->_get_rootSequenceField());
+    if (!root || !key) return;
+    for (const FieldFacts& fl : root->fields)
+        if (fl.field == key) return;
+    report(
+        f.access, f.name,
+        "the primary index's key " + str(key->_get_strFieldName()) + " is not a field of root segment " + root->name);
+}
+
+// An index DBD indexes something: a HIDAM names it as its primary index, or an
+// XDFLD uses it (a partitioned one, PSINDEX, is only ever a secondary index).
+void indexTarget(const DbdFacts& f, Report& report) {
+    if (!is(f, &Organisation::index) || !f.access->isKindOf("DSDBDindex")) return;
+    auto* index = static_cast<_DSDBDindex*>(f.access);
+    if (!index->_get_primaryIndexTarget()->count() && !index->_get_secondaryIndexTarget()->count())
+        report(
+            f.access, f.name,
+            f.organisation + " DBD " + f.name + " indexes nothing: " +
+                (f.org->partitioned ? "no XDFLD names it" : "no HIDAM's LCHILD (POINTER=INDX) and no XDFLD names it"));
+}
+
+// A logical segment's sources are physical segments; its parent's source is its source's physical or logical parent.
+void logicalHierarchy(const DbdFacts& f, Report& report) {
+    if (!inFamily(f, Family::Logical)) return;
+    auto sourcesOf = [](const SegmentFacts& s) {
+        return s.segment->isKindOf("DSSegmentLogical")
+                   ? farEnds(static_cast<_DSSegmentLogical*>(s.segment)->_get_sourceSegments())
+                   : std::vector<_ADObject*>();
+    };
+    for (const SegmentFacts& s : f.segments) {
+        std::vector<_ADObject*> mine = sourcesOf(s);
+        bool physical = true;
+        for (_ADObject* source : mine)
+            if (source->isKindOf("DSSegmentLogical") || !dbdOf(source)) {
+                physical = false;
+                report(s.segment, s.path,
+                       "source " + segName(source) + " of segment " + s.name + " is not a segment of a physical DBD");
+            }
+        if (!physical || mine.empty() || s.parent < 0) continue;
+        const SegmentFacts& parent = f.segments[std::size_t(s.parent)];
+        std::vector<_ADObject*> above = sourcesOf(parent);
+        if (above.empty()) continue;  // LOGICAL-SOURCE
+        auto* source = static_cast<_DSSegment*>(mine.front());
+        std::vector<_ADObject*> parents = farEnds(source->_get_physicalParent());
+        if (source->isKindOf("DSSegmentComplex"))
+            for (_ADObject* p : farEnds(static_cast<_DSSegmentComplex*>(source)->_get_logParent(), false))
+                parents.push_back(p);
+        bool joins = false;
+        for (_ADObject* a : above) joins = joins || std::find(parents.begin(), parents.end(), a) != parents.end();
+        if (!joins)
+            report(s.segment, s.path,
+                   "source " + segName(source) + " of segment " + s.name +
+                       " has no physical or logical parent among the sources of its parent " + parent.name + " (" +
+                       joined(above) + ")");
+    }
+}
+
+// A DBD holds at most 255 segments.
+void segmentCount(const DbdFacts& f, Report& report) {
+    beyond(f.dbd, f.name, "DBD " + f.name, long(f.segments.size()), long(krsource::kMaxSegments), "segments", report);
+}
+
+}  // namespace krcheck::rule
