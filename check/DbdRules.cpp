@@ -49,7 +49,8 @@ std::string joined(const std::vector<_ADObject*>& segments) {
 }  // namespace
 
 // Names of the DBD, its segments and fields are 1-8 letters, digits, @, # or $;
-// a field may also be one the manager fills for a secondary index (/SX1, /CK1).
+// a field may also be one the manager fills for a secondary index (/SX1, /CK1),
+// or be known by its EXTERNALNAME alone, which the catalog names as it likes.
 void nameForm(const DbdFacts& f, Report& report) {
     auto bad = [](const std::string& what, const std::string& name) {
         return what + " name '" + name + "' is not 1 to 8 letters, digits, @, # or $ starting with no digit";
@@ -58,7 +59,7 @@ void nameForm(const DbdFacts& f, Report& report) {
     for (const SegmentFacts& s : f.segments) {
         if (!validName(s.name)) report(s.segment, s.path, bad("segment", s.name));
         for (const FieldFacts& fl : s.fields)
-            if (!validName(fl.name) && !systemField(fl.name))
+            if (!fl.externalOnly && !validName(fl.name) && !systemField(fl.name))
                 report(fl.field, s.path + "/" + fl.name, bad("field", fl.name));
     }
 }

@@ -36,7 +36,10 @@ DbdFacts::DbdFacts(_DSDBD* d) : dbd(d), name(str(d->_get_strDBDName())) {
         for (const ADObject& fl : *s->_get_fields()) {
             auto* field = static_cast<_DSField*>(farEnd(fl, true));
             if (!field) continue;
-            f.fields.push_back({field, str(field->_get_strFieldName()), krsource::fieldGeometry(field)});
+            std::string fieldName = str(field->_get_strFieldName());
+            DSSDDAlias* alias = fieldName.empty() ? field->_getFirst_fldName() : nullptr;
+            if (alias) fieldName = str((*alias)->_get_adName());
+            f.fields.push_back({field, fieldName, krsource::fieldGeometry(field), alias != nullptr});
             if (field->_get_sequenceField() && !f.keyBytes) f.keyBytes = f.fields.back().geometry.bytes;
         }
         segments.push_back(std::move(f));

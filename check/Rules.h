@@ -22,8 +22,9 @@ namespace krcheck {
 
 struct FieldFacts {
     _DSField* field;
-    std::string name;
+    std::string name;  // the FIELD's NAME, or its EXTERNALNAME where it has only that
     krsource::FieldGeometry geometry;
+    bool externalOnly = false;  // described for the catalog by its EXTERNALNAME alone
 };
 
 struct SegmentFacts {

@@ -18,6 +18,8 @@ command -v sqlite3 >/dev/null || need+=(sqlite3)
 [ -f /usr/include/postgresql/libpq-fe.h ] || need+=(libpq-dev)
 # The server the tests and benchmarks start for themselves (scripts/with-postgres.sh).
 ls /usr/lib/postgresql/*/bin/initdb >/dev/null 2>&1 || need+=(postgresql)
+# The corpus tests count the real libraries' statements apart from the reader.
+command -v python3 >/dev/null || need+=(python3)
 # The curves of the scale run (scripts/scale.sh).
 command -v gnuplot >/dev/null || need+=(gnuplot-nox)
 if [ ${#need[@]} -gt 0 ]; then
