@@ -31,25 +31,13 @@ struct Organisation {
     bool primaryIndexNamed;  // the DBD itself names its primary index (LCHILD ...,POINTER=INDX)
 };
 
-// clang-format off
+// The rows of the language table, where the reader also learns each organisation.
 inline constexpr Organisation kOrganisations[] = {
-    // name     family                     partitioned index rootSeq randomizer RMNAME primary index named
-    {"HDAM",    Family::Direct,            false, false, false, true,  true,  false},
-    {"PHDAM",   Family::Direct,            true,  false, false, true,  false, false},  // RMNAME may come per partition
-    {"HIDAM",   Family::Indexed,           false, false, true,  false, false, true},
-    {"PHIDAM",  Family::Indexed,           true,  false, true,  false, false, false},  // the manager makes its index
-    {"HISAM",   Family::IndexedSequential, false, false, true,  false, false, false},
-    {"SHISAM",  Family::IndexedSequential, false, false, true,  false, false, false},
-    {"HSAM",    Family::Sequential,        false, false, false, false, false, false},
-    {"SHSAM",   Family::Sequential,        false, false, false, false, false, false},
-    {"INDEX",   Family::Index,             false, true,  true,  false, false, false},
-    {"PSINDEX", Family::Index,             true,  true,  true,  false, false, false},
-    {"DEDB",    Family::DataEntry,         false, false, false, true,  true,  false},
-    {"MSDB",    Family::MainStorage,       false, false, false, false, false, false},
-    {"GSAM",    Family::Gsam,              false, false, false, false, false, false},
-    {"LOGICAL", Family::Logical,           false, false, false, false, false, false},
+#define ORGANISATION(name, access, family, partitioned, index, rootSequence, randomizer, randomizerNamed, \
+                     primaryIndexNamed)                                                                   \
+    {#name, Family::family, partitioned, index, rootSequence, randomizer, randomizerNamed, primaryIndexNamed},
+#include <krmwtarn/source/Statements.def>
 };
-// clang-format on
 
 // The organisation named `name` as ACCESS writes it; null for a name the table lacks.
 constexpr const Organisation* organisationNamed(std::string_view name) noexcept {

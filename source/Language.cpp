@@ -132,7 +132,7 @@ struct OrganisationRow {
     Access access;
 };
 constexpr OrganisationRow kOrganisations[] = {
-#define ORGANISATION(name, access) {#name, Access::access},
+#define ORGANISATION(name, access, ...) {#name, Access::access},
 #include <krmwtarn/source/Statements.def>
 };
 }  // namespace
