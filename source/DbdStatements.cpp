@@ -226,6 +226,34 @@ void Loader::dbdStatement(const Statement& st) {
     });
 }
 
+namespace {
+// An exit's option words, each with its NO form: KEY sets the flag, NOKEY clears it.
+struct ExitOption {
+    const char* word;
+    void (_DSExit::*set)(int, omSetProcessing);
+};
+constexpr ExitOption kExitOptions[] = {{"KEY", &_DSExit::_set_exitKey},     {"DATA", &_DSExit::_set_exitData},
+                                       {"PATH", &_DSExit::_set_exitPath},   {"LOG", &_DSExit::_set_logFlag},
+                                       {"CASCADE", &_DSExit::_set_cascade}, {nullptr, nullptr}};
+constexpr ExitOption kCascadeOptions[] = {{"CASCADE", &_DSExit::_set_cascade},
+                                          {"KEY", &_DSExit::_set_cascadeKey},
+                                          {"DATA", &_DSExit::_set_cascadeData},
+                                          {"PATH", &_DSExit::_set_cascadePath},
+                                          {nullptr, nullptr}};
+constexpr const char* kExitWords = "KEY, DATA, PATH, LOG, CASCADE or their NO forms";
+constexpr const char* kCascadeWords = "CASCADE, KEY, DATA, PATH or their NO forms";
+
+bool exitOption(_DSExit* x, const ExitOption* options, const std::string& w) {
+    bool no = w.size() > 2 && w.compare(0, 2, "NO") == 0;
+    for (const ExitOption* o = options; o->word; ++o)
+        if (w == o->word || (no && w.compare(2, std::string::npos, o->word) == 0)) {
+            (x->*o->set)(no ? 0 : 1, omStore);
+            return true;
+        }
+    return false;
+}
+}  // namespace
+
 // EXIT=(name,KEY|NOKEY,DATA|NODATA,PATH|NOPATH,(CASCADE|NOCASCADE,KEY,DATA,PATH),LOG|NOLOG),
 // or a sublist of such exits, or NONE. An exit is one object per routine name.
 // On the DBD, `*` names no routine (the changes are only logged): an exit of
@@ -248,41 +276,15 @@ void Loader::exitsOf(Operands& ops, Kw k, std::vector<DSExit>& out) {
         if (name != "*") x->_set_captureRoutine(name.c_str(), omStore);
         for (std::size_t i = 1; i < e->size(); ++i) {
             const Value* f = e->item(i);
-            if (f->kind == Value::List) {
-                for (std::size_t j = 0; j < f->size(); ++j) {
-                    std::string w = ops.textAt(k, f->item(j));
-                    if (w == "CASCADE" || w == "NOCASCADE")
-                        x->_set_cascade(w == "CASCADE", omStore);
-                    else if (w == "KEY" || w == "NOKEY")
-                        x->_set_cascadeKey(w == "KEY", omStore);
-                    else if (w == "DATA" || w == "NODATA")
-                        x->_set_cascadeData(w == "DATA", omStore);
-                    else if (w == "PATH" || w == "NOPATH")
-                        x->_set_cascadePath(w == "PATH", omStore);
-                    else if (!w.empty())
-                        diags_.error(f->item(j)->at, ops.name(k) +
-                                                         ": CASCADE, NOCASCADE, KEY, NOKEY, DATA, NODATA, "
-                                                         "PATH or NOPATH is expected, not '" +
-                                                         w + "'");
-                }
-                continue;
+            // The cascade sublist takes its own words; the rest are the exit's.
+            bool cascade = f->kind == Value::List;
+            for (std::size_t j = 0; j < (cascade ? f->size() : 1); ++j) {
+                const Value* at = cascade ? f->item(j) : f;
+                std::string w = ops.textAt(k, at);
+                if (!w.empty() && !exitOption(x.operator->(), cascade ? kCascadeOptions : kExitOptions, w))
+                    diags_.error(at->at, ops.name(k) + ": " + (cascade ? kCascadeWords : kExitWords) +
+                                             " is expected, not '" + w + "'");
             }
-            std::string w = ops.textAt(k, f);
-            if (w == "KEY" || w == "NOKEY")
-                x->_set_exitKey(w == "KEY", omStore);
-            else if (w == "DATA" || w == "NODATA")
-                x->_set_exitData(w == "DATA", omStore);
-            else if (w == "PATH" || w == "NOPATH")
-                x->_set_exitPath(w == "PATH", omStore);
-            else if (w == "LOG" || w == "NOLOG")
-                x->_set_logFlag(w == "LOG", omStore);
-            else if (w == "CASCADE" || w == "NOCASCADE")
-                x->_set_cascade(w == "CASCADE", omStore);
-            else if (!w.empty())
-                diags_.error(f->at, ops.name(k) +
-                                        ": KEY, DATA, PATH, LOG, CASCADE or their NO forms are "
-                                        "expected, not '" +
-                                        w + "'");
         }
         out.push_back(x);
     }
