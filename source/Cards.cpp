@@ -358,6 +358,9 @@ void readCards(const CardTexts& cards, std::size_t begin, std::size_t endCard, c
                Diagnostics& diags, std::vector<Statement>& statements) {
     std::vector<Ch> text;
     std::vector<Ch> field;
+    // The statement before broke or was cut short: cards after it that hold
+    // only operands belong to its fault and are passed over.
+    bool openBefore = false;
     for (std::size_t i = begin; i < endCard && !diags.full(); ++i) {
         std::string_view t = cards.text(i);
         const int firstLine = cards.line(i);
@@ -369,7 +372,7 @@ void readCards(const CardTexts& cards, std::size_t begin, std::size_t endCard, c
 
         // The statement's cards: this one and every card a column-72 mark continues to.
         std::size_t last = i;
-        bool truncated = false, misplaced = false;
+        bool truncated = false, misplaced = false, cutShort = false;
         while (cards.text(last).size() >= kContinueColumn && !blank(cards.text(last)[kContinueColumn - 1])) {
             if (last + 1 == endCard) {
                 diags.error({&file, cards.line(last), kContinueColumn},
@@ -386,7 +389,10 @@ void readCards(const CardTexts& cards, std::size_t begin, std::size_t endCard, c
                                 "not blank)");
                 // A card of its own is read as such after this statement;
                 // operands written too far left leave the statement unread.
-                if (beginsStatement(next)) break;
+                if (beginsStatement(next)) {
+                    cutShort = true;
+                    break;
+                }
                 misplaced = true;
             }
             ++last;
@@ -417,7 +423,8 @@ void readCards(const CardTexts& cards, std::size_t begin, std::size_t endCard, c
         }
         const std::size_t first = i;
         i = last;
-        if (invalid || truncated || misplaced || text.empty()) continue;
+        if (text.empty()) continue;
+        const bool broken = invalid || truncated || misplaced;
 
         Statement st;
         std::size_t p = 0;
@@ -435,12 +442,20 @@ void readCards(const CardTexts& cards, std::size_t begin, std::size_t endCard, c
         }
         skipBlanks();
         if (p >= text.size() || text[p].card != 0) {
+            if (broken) continue;  // its fault is told
             diags.error({&file, firstLine, 1},
                         "a label without an operation: an operation is expected after the label");
             continue;
         }
         st.at = {&file, text[p].line, text[p].column};
         for (char c : token()) st.operation.push_back(static_cast<char>(std::toupper(static_cast<unsigned char>(c))));
+        if (openBefore && st.label.empty() && st.operation.find_first_of("=(',") != std::string::npos) continue;
+        openBefore = broken;
+        if (broken) {
+            st.broken = true;
+            statements.push_back(std::move(st));
+            continue;
+        }
         // A generation statement on a continuation card past the operands is
         // read as a remark: said, since the statement would be lost unseen.
         auto remarkStatement = [&](std::size_t after) {
@@ -490,8 +505,29 @@ void readCards(const CardTexts& cards, std::size_t begin, std::size_t endCard, c
         }
         st.operands.reserve(commas + 1);  // as many as there are operands, or more
         remarkStatement(first + (field.empty() ? 0 : field.back().card));
-        OperandParser parser(field, file, diags, end);
-        if (!parser.parse(st.operands)) continue;
+        // A mark in column 73 alone (no sequence number around it) on a card
+        // not continued in column 72: the mark one column too far right. The
+        // statement it leaves open (a comma at the end, a sublist not closed)
+        // is told as that one fault.
+        std::string_view lastCard = cards.text(last);
+        bool markIn73 = lastCard.size() > kContinueColumn && blank(lastCard[kContinueColumn - 1]) &&
+                        !blank(lastCard[kContinueColumn]) &&
+                        lastCard.find_first_not_of(' ', kContinueColumn + 1) == std::string_view::npos;
+        // Cut short by a card that begins a statement of its own: that fault is
+        // told, so what the cut leaves unbalanced is not told again.
+        Diagnostics muted;
+        OperandParser parser(field, file, cutShort || markIn73 ? muted : diags, end);
+        st.broken = !parser.parse(st.operands);
+        bool open = st.broken || (!field.empty() && field.back().c == ',');
+        if (markIn73 && open) {
+            diags.error({&file, cards.line(last), kContinueColumn + 1},
+                        "continuation mark in column 73: the statement goes on, but only a mark in column 72 "
+                        "continues it");
+            st.broken = true;
+        } else if (markIn73 && st.broken) {
+            for (const Diagnostic& d : muted.all()) diags.error({&file, d.line, d.column}, d.message);
+        }
+        openBefore = st.broken;
         statements.push_back(std::move(st));
     }
 }

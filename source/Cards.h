@@ -62,6 +62,10 @@ struct KRMWTARN_API Statement {
     Location at;         // the operation
     Location labelAt;    // the label (column 1)
     std::string source;  // the operand field as written, for comparing definitions
+    // The card rules or the operands failed (an error said so): the statement
+    // stands in its place with the operands read before the fault, if any, so
+    // that what belongs to it is not told again as having no statement.
+    bool broken = false;
 };
 
 // Reads every statement of one deck, or of the decks in a job stream's in-stream

@@ -43,14 +43,15 @@ _ADObject* Loader::indexAccessOf(_ADObject* dbd) {
 _ADObject* Loader::dbdNamed(Operands& ops, Kw k, const Value* v) {
     std::string name = ops.textAt(k, v);
     _ADObject* d = name.empty() ? nullptr : findDbd(name);
-    if (!d && !name.empty()) diags_.error(v->at, ops.name(k) + ": no DBD named " + name);
+    if (!d && !name.empty() && !failedDbd(name)) diags_.error(v->at, ops.name(k) + ": no DBD named " + name);
     return d;
 }
 
 _ADObject* Loader::segmentNamed(Operands& ops, Kw k, const Value* v, const std::string& dbd) {
     std::string name = ops.textAt(k, v);
     _ADObject* s = name.empty() ? nullptr : findSegment(dbd, name);
-    if (!s && !name.empty()) diags_.error(v->at, ops.name(k) + ": no segment " + name + " in DBD " + dbd);
+    if (!s && !name.empty() && !failedSegment(dbd, name))
+        diags_.error(v->at, ops.name(k) + ": no segment " + name + " in DBD " + dbd);
     return s;
 }
 
@@ -65,16 +66,40 @@ _ADObject* Loader::fieldNamed(Operands& ops, Kw k, const Value* v, _ADObject* se
 
 // ---- the definition ----
 
+void Loader::brokenStatement(Stmt kind, const Statement& st) {
+    // The fault was told: what opens a group leaves its members quiet.
+    const std::size_t told = diags_.errorCount() ? diags_.errorCount() - 1 : 0;
+    if (kind == Stmt::SEGM) {
+        closeSegment();
+        d_.segment = ADObject();
+        d_.segmentName.clear();
+        std::string name = operandText(st, "NAME");
+        if (!name.empty()) failedSegments_.insert(d_.name + "." + name);
+        errorsAtOpener_ = told;
+    } else if (kind == Stmt::LCHILD) {
+        closeSegment();
+        d_.brokenLchild = true;
+    }
+}
+
 void Loader::buildDbd(const Definition& def) {
     d_ = DbdState();
     errorsAtOpener_ = kNoOpener;
     const Statement& head = *def.statements.front();
     here_ = head.at;
+    if (head.broken) {
+        failedDbds_.insert(def.name);
+        return;
+    }
     dbdStatement(head);
     for (std::size_t i = 1; i < def.statements.size() && !d_.skip; ++i) {
         const Statement& st = *def.statements[i];
         here_ = st.at;
         const Stmt kind = statementNamed(st.operation);
+        if (st.broken) {
+            brokenStatement(kind, st);
+            continue;
+        }
         bool dataset = kind == Stmt::DATASET || kind == Stmt::AREA;
         if ((kind == Stmt::LCHILD || kind == Stmt::XDFLD) && ++d_.references > kMaxReferences) {
             diags_.error(st.at, st.operation + ": a DBD holds at most " + std::to_string(kMaxReferences) +
@@ -97,10 +122,13 @@ void Loader::buildDbd(const Definition& def) {
                 closeSegment();
                 areaStatement(st);
                 break;
-            case Stmt::SEGM:
+            case Stmt::SEGM: {
                 errorsAtOpener_ = diags_.errorCount();
+                std::string name = operandText(st, "NAME");
                 segmStatement(st);
+                if (d_.segmentName != name) failedSegments_.insert(d_.name + "." + name);
                 break;
+            }
             case Stmt::FIELD:
                 fieldStatement(st);
                 break;
@@ -160,6 +188,7 @@ void Loader::dbdStatement(const Statement& st) {
                                            ? std::string("required")
                                            : "one of " + organisationList() + " is expected, not '" + d_.kind + "'"));
         d_.skip = true;
+        failedDbds_.insert(d_.name);
         return;
     }
     dbdTexts_.emplace(d_.name, std::make_pair(st.at, std::string()));
@@ -409,7 +438,7 @@ void Loader::closeSegment() {
     ADObject access = d_.access;
     deferred_.push_back([this, indexDbd, at, access]() mutable {
         _ADObject* target = findDbd(indexDbd);
-        if (!target) return diags_.error(at, "LCHILD NAME: no DBD named " + indexDbd);
+        if (!target) return failedDbd(indexDbd) ? void() : diags_.error(at, "LCHILD NAME: no DBD named " + indexDbd);
         _ADObject* idx = indexAccessOf(target);
         if (!idx) return diags_.error(at, "LCHILD NAME: DBD " + indexDbd + " is not an index DBD");
         guarded(at, Stmt::LCHILD, [&] {

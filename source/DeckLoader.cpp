@@ -32,9 +32,7 @@ std::string where(const Location& at) {
     return (at.file ? *at.file : std::string()) + ":" + std::to_string(at.line) + ":" + std::to_string(at.column);
 }
 
-namespace {
-// The name a definition is known by: the DBD's NAME, the PSBGEN's PSBNAME.
-std::string definitionName(const Statement& st, const char* keyword) {
+std::string operandText(const Statement& st, const char* keyword) {
     for (const Operand& op : st.operands) {
         if (op.keyword != keyword) continue;
         const Value* v = &op.value;
@@ -43,7 +41,6 @@ std::string definitionName(const Statement& st, const char* keyword) {
     }
     return {};
 }
-}  // namespace
 
 void Loader::splitDeck(int file, const std::vector<Statement>& statements, std::vector<Definition>& out) {
     Definition dbd, psb;
@@ -61,7 +58,7 @@ void Loader::splitDeck(int file, const std::vector<Statement>& statements, std::
         last = st.at;
         const Stmt kind = statementNamed(st.operation);
         if (kind == Stmt::Unknown) {
-            diags_.error(st.at, "unknown statement '" + st.operation + "'");
+            if (!st.broken) diags_.error(st.at, "unknown statement '" + st.operation + "'");
             continue;
         }
         const StatementRow& row = statementRow(kind);
@@ -74,7 +71,7 @@ void Loader::splitDeck(int file, const std::vector<Statement>& statements, std::
             dbdOpen = true;
             dbd.part = Part::Dbd;
             dbd.file = file;
-            dbd.name = definitionName(st, "NAME");
+            dbd.name = operandText(st, "NAME");
             dbd.statements.push_back(&st);
         } else if (kind == Stmt::DBDGEN) {
             if (!dbdOpen) diags_.error(st.at, "DBDGEN: no DBD statement before it");
@@ -96,7 +93,7 @@ void Loader::splitDeck(int file, const std::vector<Statement>& statements, std::
                 psb.file = file;
                 psb.end = &st;
                 psb.statements.pop_back();
-                psb.name = definitionName(st, "PSBNAME");
+                psb.name = operandText(st, "PSBNAME");
                 out.push_back(std::move(psb));
                 psb = Definition();
             }

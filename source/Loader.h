@@ -26,6 +26,9 @@ namespace krsource {
 inline constexpr int kMaxFields = 1000, kMaxReferences = 1000, kMaxDatasets = 2048;
 
 std::string where(const Location& at);
+// The text of a statement's keyword as the driver needs it before the
+// statement is read (a definition's name): a one-element sublist is its element.
+std::string operandText(const Statement& st, const char* keyword);
 
 // One definition of a deck: the statements from its DBD to its DBDGEN, or
 // from its first PCB to its PSBGEN, with its name for the canonical order.
@@ -104,6 +107,17 @@ private:
     _ADObject* segmentNamed(Operands& ops, Kw k, const Value* v, const std::string& dbd);
     _ADObject* fieldNamed(Operands& ops, Kw k, const Value* v, _ADObject* segment);
 
+    // ---- faults told once ----
+    // A definition or segment that failed (its statement broke the card rules
+    // or was refused) is told once; what names it later stays quiet, since the
+    // load fails all the same.
+    bool failedDbd(const std::string& dbd) const { return failedDbds_.count(dbd) > 0; }
+    bool failedSegment(const std::string& dbd, const std::string& seg) const {
+        return failedDbd(dbd) || failedSegments_.count(dbd + "." + seg) > 0;
+    }
+    // A statement that broke the card rules: its group's members stay quiet.
+    void brokenStatement(Stmt kind, const Statement& st);
+
     // ---- DBD statements ----
     void dbdStatement(const Statement& st);
     void datasetStatement(const Statement& st);
@@ -130,6 +144,7 @@ private:
     Location here_;  // the statement being read: where what obtain() makes comes from
     std::vector<std::pair<const _ADObject*, Location>> places_;
     std::unordered_map<std::string, _ADObject*> segments_;
+    std::unordered_set<std::string> failedDbds_, failedSegments_;
     std::vector<DSDBD> loadedDbds_;
     std::vector<DSPSB> loadedPsbs_;
     // The error count when the statement that opens the current group (SEGM,
@@ -163,6 +178,7 @@ private:
         std::string indexDbd;
         Location indexAt;
         bool symbolic = false;
+        bool brokenLchild = false;  // the last LCHILD broke: its XDFLD stays quiet
     } d_;
 };
 

@@ -21,6 +21,7 @@ std::string definitionText(const Definition& def) {
 void Loader::buildPsb(const Definition& def) {
     const Statement& gen = *def.end;
     here_ = gen.at;
+    if (gen.broken) return;  // told; the PSB's name may not even be known
     Operands ops(gen, Stmt::PSBGEN, diags_);
     if (!ops.require(Kw::PSBGEN_PSBNAME)) return;
     std::string name = ops.text(Kw::PSBGEN_PSBNAME);
@@ -63,12 +64,26 @@ void Loader::buildPsb(const Definition& def) {
     std::string dbdName;                                 // its DBD
     std::string qual;  // the PSB and the PCB's name or number: what qualifies the identities under it
     std::unordered_map<std::string, DSSenSegment> sensegs;
-    DSSenSegment senseg;  // the last SENSEG
+    std::unordered_set<std::string> failedSensegs;  // told once: SENSEGs under them stay quiet
+    DSSenSegment senseg;                            // the last SENSEG
     std::string sensegName;
+    // The statement opening a group failed, told now or before (a DBD or
+    // segment it names failed): its members stay quiet.
+    auto quietMembers = [&] { errorsAtOpener_ = diags_.errorCount() ? diags_.errorCount() - 1 : 0; };
     for (const Statement* stp : def.statements) {
         const Statement& st = *stp;
         here_ = st.at;
         const Stmt kind = statementNamed(st.operation);
+        if (st.broken) {
+            // Told: the members of a PCB or SENSEG that broke stay quiet.
+            if (kind == Stmt::PCB || kind == Stmt::SENSEG) {
+                quietMembers();
+                senseg = DSSenSegment();
+                if (kind == Stmt::PCB) dbType = DSPCBdb(), sensegs.clear(), failedSensegs.clear(), ++pcbNumber;
+                if (kind == Stmt::SENSEG) failedSensegs.insert(operandText(st, "NAME"));
+            }
+            continue;
+        }
         if (kind == Stmt::PCB) {
             errorsAtOpener_ = diags_.errorCount();
             Operands p(st, Stmt::PCB, diags_);
@@ -77,6 +92,7 @@ void Loader::buildPsb(const Definition& def) {
             dbType = DSPCBdb();
             senseg = DSSenSegment();
             sensegs.clear();
+            failedSensegs.clear();
             std::string type = p.has(Kw::PCB_TYPE) ? p.choice(Kw::PCB_TYPE) : "DB";
             if (type.empty()) continue;
             std::string pcbName = p.has(Kw::PCB_PCBNAME) ? p.text(Kw::PCB_PCBNAME) : st.label;
@@ -135,7 +151,7 @@ void Loader::buildPsb(const Definition& def) {
                 if (dbdValue->kind == Value::List && dbdValue->size() > 1)
                     return diags_.error(dbdValue->at, p.name(dbdKey) + ": one DBD is expected, not a sublist");
                 _ADObject* dbd = dbdNamed(p, dbdKey, dbdValue);
-                if (!dbd) return;
+                if (!dbd) return quietMembers();
                 DSPCBbased based;
                 if (type == "DB") {
                     dbType = obtain<DSPCBdb>(qual + ".TYPE");
@@ -190,7 +206,11 @@ void Loader::buildPsb(const Definition& def) {
                 continue;
             }
             _ADObject* target = segmentNamed(s, Kw::SENSEG_NAME, s.value(Kw::SENSEG_NAME), dbdName);
-            if (!target) continue;
+            if (!target) {
+                failedSensegs.insert(segName);
+                quietMembers();
+                continue;
+            }
             auto sense = obtain<DSSenSegment>(qual + "." + segName);
             sense->_set_strSensegName(segName.c_str(), omStore);
             if (s.has(Kw::SENSEG_PROCOPT)) sense->_set_procoptSENSEG(s.text(Kw::SENSEG_PROCOPT).c_str(), omStore);
@@ -217,6 +237,7 @@ void Loader::buildPsb(const Definition& def) {
                 std::string parentName = s.text(Kw::SENSEG_PARENT);
                 if (!parentName.empty() && parentName != "0") {
                     auto it = sensegs.find(parentName);
+                    if (it == sensegs.end() && failedSensegs.count(parentName)) return;
                     if (it == sensegs.end())
                         return diags_.error(s.valueAt(Kw::SENSEG_PARENT),
                                             "SENSEG PARENT: no SENSEG " + parentName + " before it in this PCB");

@@ -9,6 +9,7 @@ namespace krsource {
 
 void Loader::lchildStatement(const Statement& st) {
     closeSegment();
+    d_.brokenLchild = false;
     Operands ops(st, Stmt::LCHILD, diags_);
     if (d_.segment.isEmpty()) {
         if (!openerFailed()) diags_.error(st.at, "LCHILD: no SEGM before it");
@@ -29,6 +30,7 @@ void Loader::lchildStatement(const Statement& st) {
         Location indexAt = ops.valueAt(Kw::LCHILD_INDEX);
         deferred_.push_back([=, this] {
             _ADObject* seg = findSegment(childDbd, childName);
+            if (!seg && failedSegment(childDbd, childName)) return;
             if (!seg) return diags_.error(nameAt, "LCHILD NAME: no segment " + childName + " in DBD " + childDbd);
             if (indexName.empty()) return;
             if (!findField(seg, indexName) && !DSRegistrar::findObj("DSXDFLD", indexName.c_str(), version_.c_str()))
@@ -62,11 +64,14 @@ void Loader::lchildStatement(const Statement& st) {
                        "LCHILD INDEX: only an index DBD's LCHILD names its index field; ignored");
     deferred_.push_back([=, this] {
         _ADObject* child = findSegment(childDbd, childName);
+        if (!child && failedSegment(childDbd, childName)) return;
         if (!child || !child->isKindOf("DSSegmentComplex"))
             return diags_.error(nameAt, "LCHILD NAME: no segment " + childName + " of a physical DBD " + childDbd);
         _ADObject* paired = nullptr;
         if (!pair.empty() && !(paired = findSegment(pairDbd, pair)))
-            return diags_.error(pairAt, "LCHILD PAIR: no segment " + pair + " in DBD " + pairDbd);
+            return failedSegment(pairDbd, pair)
+                       ? void()
+                       : diags_.error(pairAt, "LCHILD PAIR: no segment " + pair + " in DBD " + pairDbd);
         guarded(nameAt, Stmt::LCHILD, [&] {
             auto p = as<DSSegmentComplex>(parent.impl()), c = as<DSSegmentComplex>(child);
             DSLChild rel;
@@ -89,7 +94,11 @@ void Loader::lchildStatement(const Statement& st) {
 
 void Loader::xdfldStatement(const Statement& st) {
     Operands ops(st, Stmt::XDFLD, diags_);
-    if (!d_.indexPending) return diags_.error(st.at, "XDFLD: no LCHILD naming an index DBD (POINTER=INDX) before it");
+    if (!d_.indexPending) {
+        if (!d_.brokenLchild && !openerFailed())
+            diags_.error(st.at, "XDFLD: no LCHILD naming an index DBD (POINTER=INDX) before it");
+        return;
+    }
     if (!d_.segment->isKindOf("DSSegmentComplex"))
         return diags_.error(st.at, "XDFLD: only segments of physical DBDs are indexed");
     if (!ops.require(Kw::XDFLD_NAME)) return;
@@ -128,12 +137,15 @@ void Loader::xdfldStatement(const Statement& st) {
     });
     deferred_.push_back([=, this]() mutable {
         _ADObject* idxDbd = findDbd(indexDbd);
-        if (!idxDbd) return diags_.error(indexAt, "LCHILD NAME: no DBD named " + indexDbd);
+        if (!idxDbd)
+            return failedDbd(indexDbd) ? void() : diags_.error(indexAt, "LCHILD NAME: no DBD named " + indexDbd);
         _ADObject* idx = indexAccessOf(idxDbd);
         if (!idx) return diags_.error(indexAt, "LCHILD NAME: DBD " + indexDbd + " is not an index DBD");
         _ADObject* source = target.impl();
         if (!sourceName.empty() && !(source = findSegment(dbdName, sourceName)))
-            return diags_.error(sourceAt, "XDFLD SEGMENT: no segment " + sourceName + " in DBD " + dbdName);
+            return failedSegment(dbdName, sourceName)
+                       ? void()
+                       : diags_.error(sourceAt, "XDFLD SEGMENT: no segment " + sourceName + " in DBD " + dbdName);
         if (!source->isKindOf("DSSegmentComplex"))
             return diags_.error(sourceAt, "XDFLD SEGMENT: segment " + sourceName + " is not of a physical DBD");
         guarded(at, Stmt::XDFLD, [&] {

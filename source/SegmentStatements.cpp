@@ -30,6 +30,7 @@ void Loader::externalName(Operands& ops, Kw k, DSSegment* seg, DSField* field) {
 
 void Loader::segmStatement(const Statement& st) {
     closeSegment();
+    d_.brokenLchild = false;
     Operands ops(st, Stmt::SEGM, diags_);
     if (!ops.require(Kw::SEGM_NAME)) return;
     std::string name = ops.text(Kw::SEGM_NAME);
@@ -118,6 +119,10 @@ void Loader::segmParent(Operands& ops, DSSegment& seg, const std::string& name, 
     if (pointer) {
         for (std::size_t i = 0; i < pointer->size(); ++i) {
             std::string w = ops.textAt(Kw::SEGM_POINTER, pointer->item(i));
+            // The logical child's pointers by their short forms too.
+            if (w == "LP") w = "LPARNT";
+            if (w == "LT") w = "LTWIN";
+            if (w == "LTB") w = "LTWINBWD";
             if (w == "LPARNT")
                 lparnt = true;
             else if (w == "CTR")
@@ -148,7 +153,7 @@ void Loader::segmParent(Operands& ops, DSSegment& seg, const std::string& name, 
         auto l = link<DSParent>(&seg, &ps);
         std::string ptr = physical->size() > 1 ? ops.textAt(Kw::SEGM_PARENT, physical->item(1)) : std::string();
         if (!ptr.empty()) l->_set_pcPointer(ptr.c_str(), omStore);
-    } else {
+    } else if (!failedSegment(d_.name, parentName)) {
         diags_.error(physical->at, "SEGM PARENT: no segment " + parentName + " before " + name + " in DBD " + d_.name);
     }
     if (!logicalParent || logicalParent->isEmpty()) {
@@ -167,6 +172,7 @@ void Loader::segmParent(Operands& ops, DSSegment& seg, const std::string& name, 
     ADObject child = seg;
     deferred_.push_back([=, this] {
         _ADObject* lp = findSegment(lpDbd, lpName);
+        if (!lp && failedSegment(lpDbd, lpName)) return;
         if (!lp || !lp->isKindOf("DSSegmentComplex"))
             return diags_.error(
                 lpAt, "SEGM PARENT: no segment " + lpName + " of a physical DBD " + lpDbd + " as logical parent");
@@ -208,6 +214,7 @@ void Loader::segmParts(Operands& ops, DSSegment& seg, bool logical) {
             Location srcAt = s->at;
             deferred_.push_back([=, this] {
                 _ADObject* src = findSegment(srcDbd, srcName);
+                if (!src && failedSegment(srcDbd, srcName)) return;
                 if (!src) return diags_.error(srcAt, "SEGM SOURCE: no segment " + srcName + " in DBD " + srcDbd);
                 guarded(srcAt, Stmt::SEGM, [&] {
                     auto ls = as<DSSegmentLogical>(logicalSeg.impl());

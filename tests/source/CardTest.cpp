@@ -194,14 +194,18 @@ TEST(Cards, MisplacedContinuationCardsAreErrorsAtTheCard) {
     ASSERT_EQ(st.size(), 3u);
     EXPECT_EQ(st[1].operation, "DATASET");
 
-    // Operands continued too far left: the statement is not read, nothing else said.
+    // Operands continued too far left: the statement stands broken, unread,
+    // nothing else said.
     Diagnostics left;
     st = read(card("         SEGM  NAME=A,", true) + "\n          PARENT=0\n         FIELD NAME=B\n", left);
     ASSERT_EQ(left.all().size(), 1u);
     EXPECT_EQ(left.all()[0].line, 2);
     EXPECT_EQ(left.all()[0].column, 11);
-    ASSERT_EQ(st.size(), 1u);
-    EXPECT_EQ(st[0].operation, "FIELD");
+    ASSERT_EQ(st.size(), 2u);
+    EXPECT_TRUE(st[0].broken);
+    EXPECT_EQ(st[0].operation, "SEGM");
+    EXPECT_EQ(st[1].operation, "FIELD");
+    EXPECT_FALSE(st[1].broken);
 
     // A statement continued into from column 16 is read as a remark: an error
     // naming it; a remark continued is none.
@@ -259,3 +263,34 @@ INSTANTIATE_TEST_SUITE_P(
                                "000600     05  ORD-FLAG   PIC X.\n000700         88  ORD-OPEN   VALUE 'O'.\n",
                                "a COBOL copybook (level-numbered data items)"}),
     [](const auto& info) { return std::string(info.param.name); });
+
+// A continuation mark one column too far right (column 73, nothing after it):
+// one error at the mark for the statement it leaves open, and the operand
+// cards after it are part of that fault. A sequence number there is no mark.
+TEST(Cards, AMarkInColumn73IsOneErrorAtTheMark) {
+    auto mark73 = [](const std::string& text) {
+        std::string c = text;
+        c.resize(72, ' ');
+        return c + "X";
+    };
+    Diagnostics d;
+    auto st = read(mark73("         XDFLD NAME=XA,") + "\n               SRCH=(A,B),\n               SUBSEQ=(C)\n" +
+                       mark73("         SEGM  NAME=B,PARENT=((A,SNGL),") + "\n               (L,PHYSICAL,D))\n" +
+                       "         FIELD NAME=F\n",
+                   d);
+    ASSERT_EQ(d.all().size(), 2u);
+    EXPECT_EQ(d.all()[0].text(),
+              "deck:1:73: error: continuation mark in column 73: the statement goes on, but only a mark in column 72 "
+              "continues it");
+    EXPECT_EQ(d.all()[1].line, 4);
+    ASSERT_EQ(st.size(), 3u);
+    EXPECT_TRUE(st[0].broken && st[1].broken);
+    EXPECT_EQ(st[1].operation, "SEGM");
+    EXPECT_EQ(st[2].operation, "FIELD");
+    // Sequence numbers in 73-80 and a complete statement: nothing to say.
+    Diagnostics seq;
+    std::string numbered = "         SEGM  NAME=B,PARENT=A";
+    numbered.resize(72, ' ');
+    read(numbered + "00000010\n" + mark73("         FIELD NAME=F") + "\n", seq);
+    EXPECT_TRUE(seq.all().empty()) << seq.all()[0].text();
+}

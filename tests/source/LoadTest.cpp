@@ -268,3 +268,33 @@ INSTANTIATE_TEST_SUITE_P(
             {{"g.dbd", std::string("\x00\x01\xff\xfe garbage \x7f\x80", 14) + "\n" + std::string(kHospital) + "\x02"}},
             "g.dbd:1:1: error: invalid character 0x00"}),
     [](const auto& info) { return std::string(info.param.name); });
+
+// A statement that broke the card rules or was refused is told once: its
+// members, and what names it from other statements and decks, stay quiet.
+TEST(LoadErrors, WhatNamesAFailedDefinitionIsNotToldAgain) {
+    std::string cut = "         SEGM  NAME=B,PARENT=A,BYTES=(4";
+    cut.resize(71, ' ');
+    cut += "X";
+    std::vector<Deck> decks = {
+        {"a.dbd",
+         "         DBD   NAME=D,ACCESS=HIDAM\n         SEGM  NAME=A,BYTES=4\n"
+         "         FIELD NAME=(K,SEQ,U),BYTES=4,START=1\n" +
+             cut +
+             "\n         FIELD NAME=F,BYTES=1,START=1\n         SEGM  NAME=C,PARENT=B,BYTES=2\n"
+             "         DBDGEN\n"},
+        {"b.dbd", "         DBD   NAME=E,ACCESS=HIDAM,BAD=(\n         SEGM  NAME=R,BYTES=4\n         DBDGEN\n"},
+        {"p.psb",
+         "         PCB   TYPE=DB,DBDNAME=D\n         SENSEG NAME=A\n         SENSEG NAME=B,PARENT=A\n"
+         "         SENSEG NAME=C,PARENT=B\n         PCB   TYPE=DB,DBDNAME=E\n         SENSEG NAME=R\n"
+         "         PSBGEN PSBNAME=P\n"}};
+    LoadResult r = krsource::loadDecks(decks);
+    std::vector<std::string> errors;
+    for (const auto& d : r.diagnostics)
+        if (d.severity == krsource::Severity::Error) errors.push_back(d.text());
+    // The SEGM cut short by the FIELD card, the DBD statement with an open sublist.
+    ASSERT_EQ(errors.size(), 2u) << decktest::report(r);
+    EXPECT_EQ(errors[0].rfind("a.dbd:5:10: error: continuation card", 0), 0u) << errors[0];
+    EXPECT_EQ(errors[1].rfind("b.dbd:1:", 0), 0u) << errors[1];
+    EXPECT_EQ(r.dbds.size(), 0u);
+    DSRegistrar::releaseAll();
+}
