@@ -523,3 +523,27 @@ TEST_F(Construct, DISABLED_DbdsShareAnExitRoutineWithTheirOwnOptions) {
     std::string written = krsource::writeDbdDeck(found<_DSDBD>("DSDBD", "ALPHA"));
     EXPECT_NE(written.find("EXIT=(AUDITX,KEY,LOG)"), std::string::npos) << written;
 }
+
+// A sublist holding nothing (`NAME=()`) gives no value: a name written so is
+// a name missing, not a definition, segment, field or PCB without a name.
+TEST_F(Construct, AnEmptySublistIsNoValue) {
+    const std::string head = "         DBD   NAME=EMPTY,ACCESS=HSAM\n";
+    const std::string seg = "         SEGM  NAME=ER,BYTES=8\n";
+    const std::string end = "         DBDGEN\n";
+    struct Case {
+        std::string deck;
+        std::string error;
+    };
+    for (const Case& c :
+         {Case{"         DBD   NAME=(),ACCESS=HSAM\n" + seg + end, "e.dbd:1:16: error: DBD NAME: required"},
+          Case{head + "         SEGM  NAME=(),BYTES=8\n" + end, "e.dbd:2:16: error: SEGM NAME: required"},
+          Case{head + seg + "         FIELD NAME=(),START=1,BYTES=2\n" + end,
+               "e.dbd:3:16: error: FIELD NAME: required (or EXTERNALNAME for a field known by that alone)"},
+          Case{head + seg + end + "         PCB   TYPE=DB,NAME=()\n         PSBGEN PSBNAME=EMPTYPSB\n",
+               "e.dbd:4:10: error: PCB DBDNAME: required (the DBD the PCB is based on; NAME= also names it)"}}) {
+        LoadResult r = krsource::loadDecks({{"e.dbd", c.deck}});
+        EXPECT_EQ(told(r, Severity::Error), std::vector<std::string>{c.error}) << c.deck;
+        r = LoadResult();
+        DSRegistrar::releaseAll();
+    }
+}
