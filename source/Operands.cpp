@@ -68,8 +68,11 @@ std::size_t Operands::slot(Kw k) const noexcept {
 
 const Value* Operands::value(Kw k) const noexcept {
     const Operand* op = given_[slot(k)];
-    if (!op || op->value.isEmpty()) return nullptr;
-    return single(keywordRow(k).shape) ? unwrap(&op->value) : &op->value;
+    if (!op) return nullptr;
+    // Written empty, or as a sublist holding nothing (`NAME=()`): no value.
+    const Value* inner = unwrap(&op->value);
+    if (inner->isEmpty() || (inner->kind == Value::List && inner->items.empty())) return nullptr;
+    return single(keywordRow(k).shape) ? inner : &op->value;
 }
 
 Location Operands::at(Kw k) const noexcept {

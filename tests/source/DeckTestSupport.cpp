@@ -21,7 +21,9 @@ std::string readFile(const std::string& path) {
 
 std::vector<krsource::Deck> handWrittenDecks() {
     std::vector<std::string> paths;
-    for (const auto& e : std::filesystem::directory_iterator(KRMWTARN_DECKS_DIR)) paths.push_back(e.path().string());
+    // The decks of the folder itself, not those of a subfolder.
+    for (const auto& e : std::filesystem::directory_iterator(KRMWTARN_DECKS_DIR))
+        if (e.is_regular_file()) paths.push_back(e.path().string());
     std::sort(paths.begin(), paths.end());
     std::vector<krsource::Deck> decks;
     for (const std::string& p : paths) decks.push_back({std::filesystem::path(p).filename().string(), readFile(p)});
