@@ -5,6 +5,8 @@
 // that every part shares are here.
 #include "Loader.h"
 
+#include <array>
+
 namespace krsource {
 
 // ---- lookups ----
@@ -250,33 +252,41 @@ void Loader::dbdStatement(const Statement& st) {
         auto accessHandle = as<DSDBDaccess>(d_.access.impl());
         link<DSDefinedByAccess>(&d_.dbd, &accessHandle);
         std::vector<DSExit> exits;
-        exitsOf(ops, Kw::DBD_EXIT, exits);
+        exitsOf(ops, Kw::DBD_EXIT, d_.name, exits);
         for (DSExit& e : exits) link<DSUsesDBDExit>(&d_.dbd, &e);
     });
 }
 
 namespace {
-// An exit's option words, each with its NO form: KEY sets the flag, NOKEY clears it.
-struct ExitOption {
-    const char* word;
+// An exit's flags, in one order: the getter and setter of each.
+struct ExitFlag {
+    int (_DSExit::*get)();
     void (_DSExit::*set)(int, omSetProcessing);
 };
-constexpr ExitOption kExitOptions[] = {{"KEY", &_DSExit::_set_exitKey},     {"DATA", &_DSExit::_set_exitData},
-                                       {"PATH", &_DSExit::_set_exitPath},   {"LOG", &_DSExit::_set_logFlag},
-                                       {"CASCADE", &_DSExit::_set_cascade}, {nullptr, nullptr}};
-constexpr ExitOption kCascadeOptions[] = {{"CASCADE", &_DSExit::_set_cascade},
-                                          {"KEY", &_DSExit::_set_cascadeKey},
-                                          {"DATA", &_DSExit::_set_cascadeData},
-                                          {"PATH", &_DSExit::_set_cascadePath},
-                                          {nullptr, nullptr}};
-constexpr const char* kExitWords = "KEY, DATA, PATH, LOG, CASCADE or their NO forms";
-constexpr const char* kCascadeWords = "CASCADE, KEY, DATA, PATH or their NO forms";
+enum { kKey, kData, kPath, kLog, kCascade, kCascadeKey, kCascadeData, kCascadePath, kFlags };
+constexpr ExitFlag kExitFlags[kFlags] = {
+    {&_DSExit::_get_exitKey, &_DSExit::_set_exitKey},         {&_DSExit::_get_exitData, &_DSExit::_set_exitData},
+    {&_DSExit::_get_exitPath, &_DSExit::_set_exitPath},       {&_DSExit::_get_logFlag, &_DSExit::_set_logFlag},
+    {&_DSExit::_get_cascade, &_DSExit::_set_cascade},         {&_DSExit::_get_cascadeKey, &_DSExit::_set_cascadeKey},
+    {&_DSExit::_get_cascadeData, &_DSExit::_set_cascadeData}, {&_DSExit::_get_cascadePath, &_DSExit::_set_cascadePath}};
+// An exit's option words, each with its NO form (KEY sets the flag, NOKEY
+// clears it): those of the exit, and those of its cascade sublist.
+struct ExitWord {
+    const char* word;
+    int flag;
+};
+constexpr ExitWord kExitWords[] = {{"KEY", kKey}, {"DATA", kData},       {"PATH", kPath},
+                                   {"LOG", kLog}, {"CASCADE", kCascade}, {nullptr, 0}};
+constexpr ExitWord kCascadeWords[] = {
+    {"CASCADE", kCascade}, {"KEY", kCascadeKey}, {"DATA", kCascadeData}, {"PATH", kCascadePath}, {nullptr, 0}};
+constexpr const char* kExitWordList = "KEY, DATA, PATH, LOG, CASCADE or their NO forms";
+constexpr const char* kCascadeWordList = "CASCADE, KEY, DATA, PATH or their NO forms";
 
-bool exitOption(_DSExit* x, const ExitOption* options, const std::string& w) {
+bool exitWord(std::array<int, kFlags>& flags, const ExitWord* words, const std::string& w) {
     bool no = w.size() > 2 && w.compare(0, 2, "NO") == 0;
-    for (const ExitOption* o = options; o->word; ++o)
+    for (const ExitWord* o = words; o->word; ++o)
         if (w == o->word || (no && w.compare(2, std::string::npos, o->word) == 0)) {
-            (x->*o->set)(no ? 0 : 1, omStore);
+            flags[o->flag] = no ? 0 : 1;
             return true;
         }
     return false;
@@ -284,10 +294,12 @@ bool exitOption(_DSExit* x, const ExitOption* options, const std::string& w) {
 }  // namespace
 
 // EXIT=(name,KEY|NOKEY,DATA|NODATA,PATH|NOPATH,(CASCADE|NOCASCADE,KEY,DATA,PATH),LOG|NOLOG),
-// or a sublist of such exits, or NONE. An exit is one object per routine name.
-// On the DBD, `*` names no routine (the changes are only logged): an exit of
-// that DBD alone. On a segment, `*` stands for the DBD's exits.
-void Loader::exitsOf(Operands& ops, Kw k, std::vector<DSExit>& out) {
+// or a sublist of such exits, or NONE. An exit belongs to the DBD that names
+// it; a segment naming a routine of its DBD with the same options shares the
+// DBD's exit, with other options it has one of its own. On the DBD, `*` names
+// no routine (the changes are only logged); on a segment, `*` stands for the
+// DBD's exits.
+void Loader::exitsOf(Operands& ops, Kw k, const std::string& owner, std::vector<DSExit>& out) {
     const bool onDbd = k == Kw::DBD_EXIT;
     for (const Value* e : ops.entries(k)) {
         std::string name = ops.textAt(k, e->item(0));
@@ -300,9 +312,7 @@ void Loader::exitsOf(Operands& ops, Kw k, std::vector<DSExit>& out) {
             for (DSExit* x = d_.dbd->_getFirst_exits(); x; x = d_.dbd->_getNext_exits()) out.push_back(*x);
             continue;
         }
-        auto x = obtain<DSExit>(name == "*" ? d_.name + ".*" : name);
-        x->_set_strExit(name.c_str(), omStore);
-        if (name != "*") x->_set_captureRoutine(name.c_str(), omStore);
+        std::array<int, kFlags> flags{};
         for (std::size_t i = 1; i < e->size(); ++i) {
             const Value* f = e->item(i);
             // The cascade sublist takes its own words; the rest are the exit's.
@@ -310,11 +320,30 @@ void Loader::exitsOf(Operands& ops, Kw k, std::vector<DSExit>& out) {
             for (std::size_t j = 0; j < (cascade ? f->size() : 1); ++j) {
                 const Value* at = cascade ? f->item(j) : f;
                 std::string w = ops.textAt(k, at);
-                if (!w.empty() && !exitOption(x.operator->(), cascade ? kCascadeOptions : kExitOptions, w))
-                    diags_.error(at->at, ops.name(k) + ": " + (cascade ? kCascadeWords : kExitWords) +
+                if (!w.empty() && !exitWord(flags, cascade ? kCascadeWords : kExitWords, w))
+                    diags_.error(at->at, ops.name(k) + ": " + (cascade ? kCascadeWordList : kExitWordList) +
                                              " is expected, not '" + w + "'");
             }
         }
+        if (!onDbd) {
+            DSExit shared;
+            for (DSExit* x = d_.dbd->_getFirst_exits(); x && shared.isEmpty(); x = d_.dbd->_getNext_exits()) {
+                const char* routine = (*x)->_get_strExit();
+                bool same = routine && name == routine;
+                for (int f = 0; f < kFlags && same; ++f)
+                    same = ((x->operator->()->*kExitFlags[f].get)() != 0) == (flags[f] != 0);
+                if (same) shared = *x;
+            }
+            if (!shared.isEmpty()) {
+                out.push_back(shared);
+                continue;
+            }
+        }
+        auto x = obtain<DSExit>(owner + "." + name);
+        x->_set_strExit(name.c_str(), omStore);
+        if (name != "*") x->_set_captureRoutine(name.c_str(), omStore);
+        for (int f = 0; f < kFlags; ++f)
+            if (flags[f]) (x.operator->()->*kExitFlags[f].set)(1, omStore);
         out.push_back(x);
     }
 }

@@ -130,7 +130,8 @@ private:
     void xdfldStatement(const Statement& st);
     void closeSegment();
     void endDbd(const Definition& def);
-    void exitsOf(Operands& ops, Kw k, std::vector<DSExit>& out);
+    // The exits an EXIT= names; those made belong to `owner` (the DBD, or DBD.SEGMENT).
+    void exitsOf(Operands& ops, Kw k, const std::string& owner, std::vector<DSExit>& out);
     void externalName(Operands& ops, Kw k, DSSegment* seg, DSField* field);
 
     // ---- PSB statements ----

@@ -243,7 +243,7 @@ void Loader::segmParts(Operands& ops, DSSegment& seg, bool logical) {
         link<DSCompressedBy>(&seg, &r);
     }
     std::vector<DSExit> exits;
-    exitsOf(ops, Kw::SEGM_EXIT, exits);
+    exitsOf(ops, Kw::SEGM_EXIT, d_.name + "." + seg->_get_strSegmentName(), exits);
     for (DSExit& e : exits) link<DSUsesSEGMExit>(&seg, &e);
 }
 

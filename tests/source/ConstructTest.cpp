@@ -498,20 +498,24 @@ BREAD    PCB   TYPE=DB,DBDNAME=BETA,PROCOPT=G
     EXPECT_EQ(loaded(decks), forward);
     std::rotate(decks.begin(), decks.begin() + 1, decks.end());
     EXPECT_EQ(loaded(decks), forward);
-    // One exit object for the routine, used by the DBD and the segment.
+    // An exit belongs to the DBD that names it: the other DBD's segment
+    // naming the same routine has an exit of its own.
     LoadResult r = krsource::loadDecks(decks);
     ASSERT_TRUE(r.ok());
-    auto* x = found<_DSExit>("DSExit", "AUDITX");
+    auto* x = found<_DSExit>("DSExit", "ALPHA.AUDITX");
     ASSERT_NE(x, nullptr);
     EXPECT_EQ(x->_get_capturedDBD()->count(), 1);
-    EXPECT_EQ(x->_get_capturedSegment()->count(), 1);
+    EXPECT_EQ(x->_get_capturedSegment()->count(), 0);
+    auto* own = found<_DSExit>("DSExit", "BETA.BROOT.AUDITX");
+    ASSERT_NE(own, nullptr);
+    EXPECT_EQ(own->_get_capturedSegment()->count(), 1);
 }
 
-// Not yet read correctly, so not run: an exit is one object per routine name,
-// but a DBD's exit belongs to one DBD and its options are each use's own. Two
-// DBDs naming one routine are refused by the model ("DSUsesDBDExit"), and a
-// segment naming the routine with other options changes the first DBD's.
-TEST_F(Construct, DISABLED_DbdsShareAnExitRoutineWithTheirOwnOptions) {
+// A DBD's exit belongs to that DBD and its options are each use's own: two
+// DBDs naming one routine load (the model lets an exit serve one DBD), and a
+// segment naming its DBD's routine shares the DBD's exit only with the same
+// options; with others it has one of its own and the DBD's stays as written.
+TEST_F(Construct, DbdsShareAnExitRoutineWithTheirOwnOptions) {
     const char* alpha =
         "         DBD   NAME=ALPHA,ACCESS=HSAM,EXIT=(AUDITX,KEY,LOG)\n"
         "         SEGM  NAME=AR,BYTES=8\n         DBDGEN\n";
@@ -522,6 +526,17 @@ TEST_F(Construct, DISABLED_DbdsShareAnExitRoutineWithTheirOwnOptions) {
     ASSERT_TRUE(r.ok()) << decktest::report(r);
     std::string written = krsource::writeDbdDeck(found<_DSDBD>("DSDBD", "ALPHA"));
     EXPECT_NE(written.find("EXIT=(AUDITX,KEY,LOG)"), std::string::npos) << written;
+    auto* betaExit = found<_DSExit>("DSExit", "BETA.AUDITX");
+    ASSERT_NE(betaExit, nullptr);
+    EXPECT_EQ(betaExit->_get_capturedSegment()->count(), 1);  // same options: shared with BR
+    DSRegistrar::releaseAll();
+    const char* gamma =
+        "         DBD   NAME=GAMMA,ACCESS=HSAM,EXIT=(AUDITX,KEY)\n"
+        "         SEGM  NAME=GR,BYTES=8,EXIT=(AUDITX,KEY,DATA)\n         DBDGEN\n";
+    r = krsource::loadDecks({{"g.dbd", gamma}});
+    ASSERT_TRUE(r.ok()) << decktest::report(r);
+    EXPECT_EQ(found<_DSExit>("DSExit", "GAMMA.AUDITX")->_get_exitData(), 0);
+    EXPECT_EQ(found<_DSExit>("DSExit", "GAMMA.GR.AUDITX")->_get_exitData(), 1);
 }
 
 // A sublist holding nothing (`NAME=()`) gives no value: a name written so is

@@ -48,7 +48,7 @@ TEST_F(Load, OperandsReachTheirAttributesAndLinks) {
     EXPECT_EQ(hdam->_get_relativeBlockNumber(), 800);
     EXPECT_EQ(hdam->_get_rootMaxBytes(), 2000);
     EXPECT_EQ(hdam->_get_osAccess(), 0);  // OSAM
-    auto capt = static_cast<_DSExit*>(DSRegistrar::findObj("DSExit", "CAPTPART", v));
+    auto capt = static_cast<_DSExit*>(DSRegistrar::findObj("DSExit", "PARTDBD.CAPTPART", v));
     ASSERT_NE(capt, nullptr);
     EXPECT_EQ(
         capt->_get_exitKey() * 1000 + capt->_get_exitData() * 100 + capt->_get_exitPath() * 10 + capt->_get_logFlag(),

@@ -48,7 +48,7 @@ TEST_F(RoundTrip, SampleWrittenAndLoadedExportsAsTheSample) {
     DSSegmentComplex patient(sample::kVersion, "HOSPDBD.PATIENT", 1);
     DSSegment patientSegment(patient.operator->());
     DSMapsTo(&viaIndex, &patientSegment, 1);
-    DSExit(sample::kVersion, "PARTEXIT", 1)->_set_captureRoutine("PARTEXIT", omStore);
+    DSExit(sample::kVersion, "PARTDBD.PARTEXIT", 1)->_set_captureRoutine("PARTEXIT", omStore);
     std::vector<DSDBD> dbds = {m.hospital, m.hospIndex, m.nameIndex, m.logical, m.dedb, m.hdam, m.msdb};
     nlohmann::json expected = documents(dbds, {m.psb});
     std::vector<krsource::Deck> decks = decktest::written(dbds, {m.psb});

@@ -166,7 +166,7 @@ Model build() {
     DSHasDataset(&group, &dataset, 1);
     DSHasOverflow(&dataset, &overflowDd, 1);
     DSIsPartOf(&part, &dataset, 1);
-    auto captureExit = named<DSExit>("PARTEXIT");
+    auto captureExit = named<DSExit>("PARTDBD.PARTEXIT");
     captureExit->_set_strExit("PARTEXIT", omStore);
     captureExit->_set_captureRoutine("CAPTPART", omStore);
     captureExit->_set_exitKey(1, omStore);
