@@ -77,7 +77,7 @@ void buildThroughInterface() {
         pcb->_set_strPCBAccessName(n.c_str(), omStore);
         pcb->_set_adName(n.c_str(), omStore);
         DSIncludesPCB(&psb, &pcb, 1);
-        types.push_back(named<DSPCBdb>(n + ".TYPE"));
+        types.push_back(named<DSPCBdb>("BIGPSB." + n + ".TYPE"));
         types.back()->_set_strPCBtype("DB", omStore);
         types.back()->_set_procoptPCB("G", omStore);
         DSSpecifiedByType(&pcb, &types.back(), 1);
@@ -88,14 +88,14 @@ void buildThroughInterface() {
     for (int i = 0; i < kSensegs; ++i) {
         int p = i % kPCBs, s = i % kSegments;
         std::string seg = name('S', s);
-        auto sense = named<DSSenSegment>(name('P', p) + "." + seg);
+        auto sense = named<DSSenSegment>("BIGPSB." + name('P', p) + "." + seg);
         sense->_set_strSensegName(seg.c_str(), omStore);
         DSHasSensitive(&types[p], &sense, 1);
         DSSegment target(segments[s].operator->());
         DSMapsTo(&sense, &target, 1);
         if (senfldOf[i] >= 0) {
             std::string f = name('F', s);
-            auto senfld = named<DSSenField>(name('P', p) + "." + seg + "." + f);
+            auto senfld = named<DSSenField>("BIGPSB." + name('P', p) + "." + seg + "." + f);
             senfld->_set_startPosition(1, omStore);
             DSUsesSENFLD(&sense, &senfld, 1);
             DSUsedAsSENFLD(&senfld, &fields[s], 1);

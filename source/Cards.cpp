@@ -323,10 +323,6 @@ private:
 
 // Operations whose operand field is free text or absent: what follows them is
 // not parsed.
-bool freeText(const std::string& op) {
-    return op == "TITLE" || op == "PRINT" || op == "EJECT" || op == "SPACE" || op == "END" || op == "FINISH" ||
-           op == "DBDGEN";
-}
 
 // The first word of a continuation card's text (from column 16) when the card
 // is a generation statement with its operands (`SEGM NAME=...`), else empty.
@@ -338,7 +334,8 @@ std::string_view statementOnCard(std::string_view t) {
     std::string op;
     for (char c : t.substr(from, to - from))
         op.push_back(static_cast<char>(std::toupper(static_cast<unsigned char>(c))));
-    if (!generationOperation(op) || op == "PRINT" || op == "TITLE" || op == "EJECT" || op == "SPACE") return {};
+    Stmt kind = statementNamed(op);
+    if (!generationOperation(op) || statementRow(kind).part == Part::Directive) return {};
     std::size_t operands = t.find_first_not_of(' ', to);
     if (operands != t.npos && t.substr(operands, t.find(' ', operands) - operands).find('=') == t.npos) return {};
     return t.substr(from, to - from);
@@ -469,7 +466,8 @@ void readCards(const CardTexts& cards, std::size_t begin, std::size_t endCard, c
                 return;
             }
         };
-        if (freeText(st.operation)) {
+        st.kind = statementNamed(st.operation);
+        if (st.kind != Stmt::Unknown && statementRow(st.kind).freeText) {
             remarkStatement(first);
             statements.push_back(std::move(st));
             continue;

@@ -10,6 +10,7 @@
 #include <krmwtarn/platform/common/Export.h>
 
 #include <krmwtarn/source/Diagnostics.h>
+#include <krmwtarn/source/Language.h>
 
 #include <string>
 #include <string_view>
@@ -57,7 +58,8 @@ struct KRMWTARN_API Operand {
 
 struct KRMWTARN_API Statement {
     std::string label;
-    std::string operation;  // upper case
+    std::string operation;      // upper case
+    Stmt kind = Stmt::Unknown;  // the operation in the language table
     std::vector<Operand> operands;
     Location at;         // the operation
     Location labelAt;    // the label (column 1)

@@ -97,7 +97,7 @@ void Loader::buildDbd(const Definition& def) {
     for (std::size_t i = 1; i < def.statements.size() && !d_.skip; ++i) {
         const Statement& st = *def.statements[i];
         here_ = st.at;
-        const Stmt kind = statementNamed(st.operation);
+        const Stmt kind = st.kind;
         if (st.broken) {
             brokenStatement(kind, st);
             continue;
@@ -195,7 +195,7 @@ void Loader::dbdStatement(const Statement& st) {
     }
     dbdTexts_.emplace(d_.name, std::make_pair(st.at, std::string()));
     d_.dbd = obtain<DSDBD>(d_.name);
-    loadedDbds_.push_back(d_.dbd);
+    loadedDbds_.emplace_back(st.at, d_.dbd);
     d_.dbd->_set_strDBDName(d_.name.c_str(), omStore);
     d_.dbd->_set_adName(d_.name.c_str(), omStore);
     std::string version = ops.text(Kw::DBD_VERSION);

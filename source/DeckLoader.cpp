@@ -56,7 +56,7 @@ void Loader::splitDeck(int file, const std::vector<Statement>& statements, std::
     Location last{};
     for (const Statement& st : statements) {
         last = st.at;
-        const Stmt kind = statementNamed(st.operation);
+        const Stmt kind = st.kind;
         if (kind == Stmt::Unknown) {
             if (!st.broken) diags_.error(st.at, "unknown statement '" + st.operation + "'");
             continue;
@@ -132,17 +132,17 @@ void Loader::undo() {
 void Loader::keep(LoadResult& result, const std::vector<std::string>& files) {
     result.files = files;
     // Built in the order of their names, handed over in the order of the decks.
-    std::unordered_map<const _ADObject*, std::pair<std::ptrdiff_t, int>> at;
-    for (const auto& [object, where] : places_)
-        at.emplace(object, std::make_pair(where.file - files.data(), where.line));
-    auto inDeckOrder = [&](auto& list) {
-        std::stable_sort(list.begin(), list.end(),
-                         [&](const auto& a, const auto& b) { return at[a.impl()] < at[b.impl()]; });
+    auto inDeckOrder = [&](auto& list, auto& out) {
+        std::stable_sort(list.begin(), list.end(), [&](const auto& a, const auto& b) {
+            return std::make_pair(a.first.file - files.data(), a.first.line) <
+                   std::make_pair(b.first.file - files.data(), b.first.line);
+        });
+        out.reserve(list.size());
+        for (auto& [at, definition] : list) out.push_back(std::move(definition));
+        list.clear();
     };
-    inDeckOrder(loadedDbds_);
-    inDeckOrder(loadedPsbs_);
-    result.dbds = std::move(loadedDbds_);
-    result.psbs = std::move(loadedPsbs_);
+    inDeckOrder(loadedDbds_, result.dbds);
+    inDeckOrder(loadedPsbs_, result.psbs);
     // A sorted list: one allocation and a sort cost less than a hash table
     // of tens of thousands of entries, and a lookup is a binary search.
     result.places.reserve(places_.size());

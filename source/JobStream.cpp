@@ -3,6 +3,8 @@
 // `*` or `DATA` and its `DLM=`; everything else on them is passed over.
 #include <krmwtarn/source/JobStream.h>
 
+#include <krmwtarn/source/Language.h>
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -147,10 +149,10 @@ std::vector<CardRange> inStreamData(const std::vector<std::string_view>& cards) 
 }
 
 bool generationOperation(std::string_view op) {
-    static const std::array<std::string_view, 16> kOperations = {
-        "DBD",    "DATASET", "AREA",   "SEGM",   "FIELD", "LCHILD", "XDFLD", "PCB",
-        "SENSEG", "SENFLD",  "PSBGEN", "DBDGEN", "PRINT", "TITLE",  "EJECT", "SPACE"};
-    return std::find(kOperations.begin(), kOperations.end(), op) != kOperations.end();
+    // Any statement of the language but the catalog's own (DFSMARSH, ...) and
+    // the ends of an assembly, which open no deck.
+    Stmt s = statementNamed(op);
+    return s != Stmt::Unknown && s != Stmt::END && s != Stmt::FINISH && statementRow(s).part != Part::Unmodelled;
 }
 
 bool opensDeck(const std::vector<std::string_view>& cards, CardRange range) {

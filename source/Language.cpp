@@ -16,6 +16,16 @@ constexpr KeywordRow kKeywords[] = {
 #include <krmwtarn/source/Statements.def>
 };
 static_assert(std::size(kKeywords) == kKeywordCount);
+// The same spellings with their lengths, for lookups that compare lengths first.
+constexpr std::string_view kKeywordNames[] = {
+#define KEYWORD(op, key, shape, lo, hi, words, keeps) #key,
+#define POSITIONAL(op, word, keeps) #word,
+#include <krmwtarn/source/Statements.def>
+};
+constexpr std::string_view kStatementNames[] = {
+#define STATEMENT(op, part, freeText) #op,
+#include <krmwtarn/source/Statements.def>
+};
 
 struct AliasRow {
     Stmt statement;
@@ -75,7 +85,7 @@ const KeywordRow& keywordRow(Kw k) noexcept {
 
 Stmt statementNamed(std::string_view operation) noexcept {
     for (std::size_t s = 0; s < kStatementCount; ++s)
-        if (same(operation, kStatements[s].name)) return static_cast<Stmt>(s);
+        if (operation == kStatementNames[s]) return static_cast<Stmt>(s);
     return Stmt::Unknown;
 }
 
@@ -84,7 +94,7 @@ Kw rowNamed(Stmt s, std::string_view name, bool positional) noexcept {
     if (s == Stmt::Unknown) return Kw::None;
     const StatementRow& st = statementRow(s);
     for (std::size_t k = st.first; k < std::size_t(st.first) + st.count; ++k)
-        if (kKeywords[k].positional == positional && same(name, kKeywords[k].name)) return static_cast<Kw>(k);
+        if (name == kKeywordNames[k] && kKeywords[k].positional == positional) return static_cast<Kw>(k);
     return Kw::None;
 }
 }  // namespace

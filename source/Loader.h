@@ -146,8 +146,9 @@ private:
     std::vector<std::pair<const _ADObject*, Location>> places_;
     std::unordered_map<std::string, _ADObject*> segments_;
     std::unordered_set<std::string> failedDbds_, failedSegments_;
-    std::vector<DSDBD> loadedDbds_;
-    std::vector<DSPSB> loadedPsbs_;
+    // The definitions made, with the statement that made each.
+    std::vector<std::pair<Location, DSDBD>> loadedDbds_;
+    std::vector<std::pair<Location, DSPSB>> loadedPsbs_;
     // The error count when the statement that opens the current group (SEGM,
     // PCB, SENSEG) began. When that statement failed, its members would only
     // repeat it with "no ... before it", so they are passed over in silence.

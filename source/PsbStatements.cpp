@@ -5,6 +5,7 @@
 // the DBDs they name may come from any deck.
 #include "Loader.h"
 
+#include <algorithm>
 #include <unordered_set>
 
 namespace krsource {
@@ -42,7 +43,7 @@ void Loader::buildPsb(const Definition& def) {
         return;
     }
     auto psb = obtain<DSPSB>(name);
-    loadedPsbs_.push_back(psb);
+    loadedPsbs_.emplace_back(gen.at, psb);
     psb->_set_strPSBName(name.c_str(), omStore);
     psb->_set_adName(name.c_str(), omStore);
     if (ops.has(Kw::PSBGEN_LANG)) psb->_set_language(ops.text(Kw::PSBGEN_LANG).c_str(), omStore);
@@ -59,9 +60,9 @@ void Loader::buildPsb(const Definition& def) {
     if (auto n = ops.number(Kw::PSBGEN_MAXQ)) psb->_set_maximumQxCalls(static_cast<unsigned short>(*n), omStore);
 
     int pcbNumber = 0, sensegCount = 0, senfldCount = 0;
-    std::unordered_map<std::string, Location> pcbNames;  // a PCB's name is unique within its PSB
-    DSPCBdb dbType;                                      // the database PCB the SENSEGs belong to
-    std::string dbdName;                                 // its DBD
+    std::vector<std::pair<std::string, Location>> pcbNames;  // a PCB's name is unique within its PSB
+    DSPCBdb dbType;                                          // the database PCB the SENSEGs belong to
+    std::string dbdName;                                     // its DBD
     std::string qual;  // the PSB and the PCB's name or number: what qualifies the identities under it
     std::unordered_map<std::string, DSSenSegment> sensegs;
     std::unordered_set<std::string> failedSensegs;  // told once: SENSEGs under them stay quiet
@@ -73,7 +74,7 @@ void Loader::buildPsb(const Definition& def) {
     for (const Statement* stp : def.statements) {
         const Statement& st = *stp;
         here_ = st.at;
-        const Stmt kind = statementNamed(st.operation);
+        const Stmt kind = st.kind;
         if (st.broken) {
             // Told: the members of a PCB or SENSEG that broke stay quiet.
             if (kind == Stmt::PCB || kind == Stmt::SENSEG) {
@@ -98,12 +99,14 @@ void Loader::buildPsb(const Definition& def) {
             std::string pcbName = p.has(Kw::PCB_PCBNAME) ? p.text(Kw::PCB_PCBNAME) : st.label;
             Location nameAt = p.has(Kw::PCB_PCBNAME) ? p.valueAt(Kw::PCB_PCBNAME) : st.labelAt;
             if (!pcbName.empty()) {
-                auto [it, fresh] = pcbNames.emplace(pcbName, nameAt);
-                if (!fresh) {
+                auto it = std::find_if(pcbNames.begin(), pcbNames.end(),
+                                       [&](const auto& named) { return named.first == pcbName; });
+                if (it != pcbNames.end()) {
                     diags_.error(nameAt, "PCB PCBNAME: PSB " + name + " names two PCBs " + pcbName + " (the first at " +
                                              where(it->second) + ")");
                     continue;
                 }
+                pcbNames.emplace_back(pcbName, nameAt);
             }
             std::string pcbId = name + ".PCB" + std::to_string(pcbNumber);
             qual = pcbName.empty() ? pcbId : name + "." + pcbName;
