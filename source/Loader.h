@@ -8,6 +8,8 @@
 #include <krmwtarn/source/DeckLoader.h>
 #include <krmwtarn/source/Language.h>
 
+#include <krmwtarn/platform/common/Refusals.h>
+
 #include "Operands.h"
 
 #include <functional>
@@ -84,12 +86,8 @@ private:
     // Runs a step; a refusal by the model becomes an error at the statement.
     template <class Step>
     void guarded(const Location& at, Stmt stmt, Step&& step) {
-        try {
-            step();
-        } catch (KVException* e) {
-            diags_.error(at, std::string(nameOf(stmt)) + ": the model refuses it: " + e->message());
-            delete e;
-        }
+        if (auto refused = kr::refusalOf(step))
+            diags_.error(at, std::string(nameOf(stmt)) + ": the model refuses it: " + kr::explain(*refused));
     }
 
     // ---- lookups ----

@@ -6,7 +6,7 @@
 #include "tools/json/DocumentPlan.h"
 
 #include <krmwtarn/model/framework/KRLink.h>
-#include <krmwtarn/platform/common/KVException.h>
+#include <krmwtarn/platform/common/Refusals.h>
 #include <krmwtarn/platform/repository/ADLink.h>
 #include <krmwtarn/platform/repository/DSRegistration.h>
 
@@ -148,14 +148,11 @@ private:
         ADObject& end = handles_[l.end[side]];
         if (plan_.objects[l.end[side]].existing) remember(end.impl(), l.cls->c_str(), side);
         const ADAttributeEntry* row = DLLView_findRow(self, side == kSource ? "source" : "target");
-        try {
-            (self->*row->setter.end)(&end, side == kSource ? omStore | omSetChanged : omStore);
-            if (side == kSource) end->processChangeFlag();
-        } catch (KVException* e) {
-            std::string message = e->message();
-            delete e;
-            throw DocumentError(plan_.where(l.at), "the link is refused: " + message);
-        }
+        if (auto refused = kr::refusalOf([&] {
+                (self->*row->setter.end)(&end, side == kSource ? omStore | omSetChanged : omStore);
+                if (side == kSource) end->processChangeFlag();
+            }))
+            throw DocumentError(plan_.where(l.at), "the link is refused: " + kr::explain(*refused));
     }
 
     // Puts an ordered role's links in the documents' order, each moved behind

@@ -2,7 +2,7 @@
 // the view commands' definitions, and how a view's root is found in them.
 #include "tools/krmwtarn/Definitions.h"
 
-#include <krmwtarn/platform/common/KVException.h>
+#include <krmwtarn/platform/common/Refusals.h>
 #include <krmwtarn/source/DeckLoader.h>
 #include <krmwtarn/store/Repository.h>
 
@@ -31,12 +31,11 @@ Definitions::Definitions(const std::vector<std::string>& decks, const std::strin
     }
     if (!repo.empty()) {
         origin_ = "the repository";
-        try {
-            repository_ = krstore::Repository::open(repo);
-            repository_->retrieveAll();
-        } catch (KVException* e) {
-            std::cerr << "krmwtarn: " << (e->text(0) ? e->text(0) : e->message().c_str()) << "\n";
-            delete e;
+        if (auto refused = kr::refusalOf([&] {
+                repository_ = krstore::Repository::open(repo);
+                repository_->retrieveAll();
+            })) {
+            std::cerr << "krmwtarn: " << kr::describe(*refused) << "\n";
             ok_ = false;
             return;
         }

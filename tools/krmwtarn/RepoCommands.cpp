@@ -2,7 +2,7 @@
 // store layer; refusals of the repository are printed as their message.
 #include "tools/krmwtarn/RepoCommands.h"
 
-#include <krmwtarn/platform/common/KVException.h>
+#include <krmwtarn/platform/common/Refusals.h>
 #include <krmwtarn/store/Repository.h>
 #include <krmwtarn/store/Sql.h>
 #include <krmwtarn/store/Units.h>
@@ -23,13 +23,11 @@ namespace {
 template <class F>
 int withRepository(const std::string& repo, std::ostream& err, F&& f) {
     int status = 1;
-    try {
-        std::unique_ptr<krstore::Repository> r = krstore::Repository::open(repo);
-        status = f(*r);
-    } catch (KVException* e) {
-        err << "krmwtarn: " << (e->text(0) ? e->text(0) : e->message().c_str()) << "\n";
-        delete e;
-    }
+    if (auto refused = kr::refusalOf([&] {
+            std::unique_ptr<krstore::Repository> r = krstore::Repository::open(repo);
+            status = f(*r);
+        }))
+        err << "krmwtarn: " << kr::describe(*refused) << "\n";
     DSRegistrar::releaseAll();
     return status;
 }
