@@ -39,13 +39,11 @@ struct Value {
 
 // A column's value as its type reads it: text for strings and characters, a
 // number for the rest (neither database is asked to convert the other way).
-bool isText(ColumnType type) { return type == ColumnType::String || type == ColumnType::Char; }
-
 Value read(Statement& s, int column, ColumnType type) {
     Value v;
     if (s.isNull(column)) return v;
     v.null = false;
-    if (isText(type)) {
+    if (adIsTextForm(type)) {
         if (const char* t = s.getText(column)) v.text = t;
     } else {
         v.number = s.getInt(column);
@@ -53,65 +51,31 @@ Value read(Statement& s, int column, ColumnType type) {
     return v;
 }
 
+// A null string and the character 0 are bound as null.
 void bindColumn(Parameters& s, int i, _ADObject* o, const Column& c) {
-    const ADAttributeEntry& row = *c.row;
-    switch (c.type) {
-        case ColumnType::String: {
-            char* text = (o->*row.getter.str)();
-            if (text)
-                s.bindText(i, text);
+    adVisitValue(o, *c.row, c.type, [&](auto tr, auto value) {
+        using T = decltype(tr);
+        if constexpr (T::form == ADValueForm::Text) {
+            if (value)
+                s.bindText(i, value);
             else
                 s.bindNull(i);
-            return;
-        }
-        case ColumnType::Boolean:
-            s.bindInt(i, (o->*row.getter.boolean)());
-            return;
-        case ColumnType::Short:
-            s.bindInt(i, (o->*row.getter.shortv)());
-            return;
-        case ColumnType::UShort:
-            s.bindInt(i, (o->*row.getter.ushortv)());
-            return;
-        case ColumnType::Long:
-            s.bindInt(i, (o->*row.getter.longv)());
-            return;
-        case ColumnType::Char: {
-            char ch = (o->*row.getter.charv)();
-            if (ch)
-                s.bindText(i, std::string_view(&ch, 1));
+        } else if constexpr (T::form == ADValueForm::Char) {
+            if (value)
+                s.bindText(i, std::string_view(&value, 1));
             else
                 s.bindNull(i);
-            return;
+        } else {
+            s.bindInt(i, value);
         }
-    }
+    });
 }
 
 // Sets one attribute from a value: a null text (or none at all) clears a
 // string; `text` is the value's text when it has one.
 void apply(_ADObject* o, const Column& c, const Value& v, omSetProcessing how, const char* text) {
-    const ADAttributeEntry& row = *c.row;
-    if (!row.setter.str) return;
-    switch (c.type) {
-        case ColumnType::String:
-            (o->*row.setter.str)(v.null ? nullptr : text, how);
-            return;
-        case ColumnType::Boolean:
-            (o->*row.setter.boolean)(static_cast<int>(v.number), how);
-            return;
-        case ColumnType::Short:
-            (o->*row.setter.shortv)(static_cast<short>(v.number), how);
-            return;
-        case ColumnType::UShort:
-            (o->*row.setter.ushortv)(static_cast<unsigned short>(v.number), how);
-            return;
-        case ColumnType::Long:
-            (o->*row.setter.longv)(static_cast<long>(v.number), how);
-            return;
-        case ColumnType::Char:
-            (o->*row.setter.charv)(v.null || !text || !*text ? '\0' : text[0], how);
-            return;
-    }
+    if (!c.row->setter.str) return;
+    adAssignValue(o, *c.row, c.type, how, [&](auto tr) { return adFromPlain<decltype(tr)>(v.null, text, v.number); });
 }
 void apply(_ADObject* o, const Column& c, const Value& v, omSetProcessing how) { apply(o, c, v, how, v.text.c_str()); }
 // Sets one attribute straight from the statement's current row, no copy made.
@@ -120,7 +84,7 @@ void apply(_ADObject* o, const Column& c, Statement& s, int column, omSetProcess
     v.null = s.isNull(column);
     const char* text = nullptr;
     if (!v.null) {
-        if (isText(c.type))
+        if (adIsTextForm(c.type))
             text = s.getText(column);
         else
             v.number = s.getInt(column);
@@ -132,18 +96,18 @@ void apply(_ADObject* o, const Column& c, Statement& s, int column, omSetProcess
 void clearChanges(_ADObject* o) {
     if (o->isRelationshipObject()) static_cast<_ADLink*>(o)->setEndChanged(adEndSource | adEndTarget, false);
     if (!o->getChangeFlag(nullptr)) return;
-    for (ADAttributeEntry* t = o->nextAttributeTable(nullptr); t; t = o->nextAttributeTable(t))
-        for (ADAttributeEntry* row = t; row->name; ++row)
-            if (!adIsEndRow(*row)) o->setChangeBit(row->name, omClearChanged);
+    adForEachRow(o, [o](const ADAttributeEntry& row) {
+        if (!adIsEndRow(row)) o->setChangeBit(row.name, omClearChanged);
+    });
 }
 
 // The root's name: its first name attribute that holds a string.
 std::string nameOf(_ADObject* o) {
     for (ADAttributeEntry* t = o->nextAttributeTable(nullptr); t; t = o->nextAttributeTable(t))
         for (ADAttributeEntry* row = t; row->name; ++row)
-            if ((row->flags & adFlagName) && (row->flags & 0xF) == adRowAttribute && row->getter.str &&
-                std::strcmp(row->type, "string") == 0) {
-                const char* n = (o->*row->getter.str)();
+            if ((row->flags & adFlagName) && adIsAttributeRow(*row) && row->getter.str &&
+                std::strcmp(row->type, adv::String::name) == 0) {
+                const char* n = adv::String::get(o, *row);
                 return n ? n : "";
             }
     return "";
@@ -501,7 +465,7 @@ void Repository::write(std::vector<UnitContent>& units) {
     positions.reserve(links);
     auto note = [&](_ADObject* o) {
         forEachRole(o, [&](const ADAttributeEntry& row, DSModelCollection* role) {
-            int end = (row.flags & 0xF) == adRowRoleAtSource ? 0 : 1;
+            int end = adRoleEnd(row);
             long i = 0;
             for (const ADObject& h : *role) {
                 auto [it, added] = positions.try_emplace(h.impl(), std::array<long, 2>{-1, -1});
@@ -1204,8 +1168,7 @@ std::size_t Repository::copyInto(Repository& target) {
                 for (int c = 0; c < columns; ++c) {
                     bool number = c == Table::kUnit || (a.isLink && (c == Table::kSourcePos || c == Table::kTargetPos));
                     if (c >= a.firstAttribute()) {
-                        ColumnType type = a.columns[static_cast<std::size_t>(c - a.firstAttribute())].type;
-                        number = type != ColumnType::String && type != ColumnType::Char;
+                        number = !adIsTextForm(a.columns[static_cast<std::size_t>(c - a.firstAttribute())].type);
                     }
                     if (rows.isNull(c))
                         w->bindNull(c);

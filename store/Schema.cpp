@@ -24,35 +24,19 @@ std::string identifier(const std::string& name, Dialect dialect) {
 
 namespace {
 
-bool typeOf(const char* name, ColumnType& type) {
-    static const struct {
-        const char* name;
-        ColumnType type;
-    } known[] = {{"string", ColumnType::String}, {"boolean", ColumnType::Boolean}, {"short", ColumnType::Short},
-                 {"ushort", ColumnType::UShort}, {"long", ColumnType::Long},       {"char", ColumnType::Char}};
-    for (const auto& k : known)
-        if (name && std::strcmp(name, k.name) == 0) {
-            type = k.type;
-            return true;
-        }
-    return false;
-}
-
+// Text for strings, one character of text for a char, an integer within
+// the range the type's column admits for the rest.
 std::string columnDefinition(const Column& c, Dialect dialect) {
     std::string q = identifier(c.name, dialect);
-    switch (c.type) {
-        case ColumnType::String:
+    const ADValueTypeInfo& type = adValueTypeInfo(c.type);
+    switch (type.form) {
+        case ADValueForm::Text:
             return q + " TEXT";
-        case ColumnType::Boolean:
-            return q + " INTEGER CHECK (" + q + " BETWEEN 0 AND 1)";
-        case ColumnType::Short:
-            return q + " INTEGER CHECK (" + q + " BETWEEN -32768 AND 32767)";
-        case ColumnType::UShort:
-            return q + " INTEGER CHECK (" + q + " BETWEEN 0 AND 65535)";
-        case ColumnType::Long:
-            return q + " INTEGER CHECK (" + q + " BETWEEN -2147483648 AND 2147483647)";
-        case ColumnType::Char:
+        case ADValueForm::Char:
             return q + " TEXT CHECK (length(" + q + ") = 1)";
+        case ADValueForm::Integer:
+            return q + " INTEGER CHECK (" + q + " BETWEEN " + std::to_string(type.columnLow) + " AND " +
+                   std::to_string(type.columnHigh) + ")";
     }
     return q;
 }
@@ -60,7 +44,7 @@ std::string columnDefinition(const Column& c, Dialect dialect) {
 bool isLinkClass(const _classStruct* c) {
     for (int depth = 0; c && depth < 32; ++depth) {
         if (std::strcmp(c->className, "ADLink") == 0) return true;
-        c = c->superclassName ? DSRegistration::findClass(c->superclassName) : nullptr;
+        c = adSuperclass(c);
     }
     return false;
 }
@@ -75,19 +59,15 @@ Table tableOf(const _classStruct* cls, Dialect dialect) {
         for (const char* n : {"source_class", "source_id", "source_pos", "target_class", "target_id", "target_pos"})
             names.insert(n);
     // The attribute-table chain: the class's own rows, then its superclass's.
-    const _classStruct* c = cls;
-    for (int depth = 0; c && depth < 32; ++depth) {
-        for (const ADAttributeEntry* row = c->attributes; row && row->name; ++row) {
-            ColumnType type;
-            if ((row->flags & 0xF) != adRowAttribute || !typeOf(row->type, type)) continue;
-            std::string name = row->name;
-            // A name the chain already uses is qualified by the class that declares it.
-            if (!names.insert(name).second) name = std::string(c->className) + "_" + name;
-            names.insert(name);
-            t.columns.push_back({name, type, row});
-        }
-        c = c->superclassName ? DSRegistration::findClass(c->superclassName) : nullptr;
-    }
+    adForEachClassRow(cls, [&](const _classStruct& c, const ADAttributeEntry& row) {
+        const ADValueTypeInfo* type = adFindValueType(row.type);
+        if (!adIsAttributeRow(row) || !type) return;
+        std::string name = row.name;
+        // A name the chain already uses is qualified by the class that declares it.
+        if (!names.insert(name).second) name = std::string(c.className) + "_" + name;
+        names.insert(name);
+        t.columns.push_back({name, type->type, &row});
+    });
 
     std::string q = id(t.className);
     t.name = q;

@@ -9,7 +9,7 @@
 
 #include <krmwtarn/platform/common/Export.h>
 
-#include <krmwtarn/platform/repository/ADAttributeEntry.h>
+#include <krmwtarn/platform/repository/ADReflection.h>
 #include <krmwtarn/store/Sql.h>
 
 #include <string>
@@ -20,7 +20,7 @@
 namespace krstore {
 
 // Value type of an attribute column, from its row's type name.
-enum class ColumnType { String, Boolean, Short, UShort, Long, Char };
+using ColumnType = ADValueType;
 
 struct KRMWTARN_API Column {
     std::string name;

@@ -62,7 +62,7 @@ UnitContent collectUnit(_ADObject* root, UnitResolver& resolver) {
     for (std::size_t next = 0; next < queue.size(); ++next) {
         _ADObject* m = queue[next];
         forEachRole(m, [&](const ADAttributeEntry& row, DSModelCollection* role) {
-            bool atSource = (row.flags & 0xF) == adRowRoleAtSource;
+            bool atSource = adRoleEnd(row) == adSource;
             for (const ADObject& h : *role) {
                 _ADObject* link = h.impl();
                 if (seen.insert(link).second && resolver.rootOf(link) == root) {
@@ -124,7 +124,7 @@ long positionInEnd(_ADObject* link, int end) {
     long found = -1;
     forEachRole(e->impl(), [&](const ADAttributeEntry& row, DSModelCollection* role) {
         if (found >= 0 || std::strcmp(adRoleLinkClass(row), link->whoAmI()) != 0) return;
-        bool atSource = (row.flags & 0xF) == adRowRoleAtSource;
+        bool atSource = adRoleEnd(row) == adSource;
         if (atSource != (end == 0)) return;
         long i = 0;
         for (const ADObject& h : *role) {

@@ -8,10 +8,8 @@
 // chain after a failed element, a failed role element's list) is freed.
 #include <krmwtarn/views/ViewTreeBuilder.h>
 
-#include <krmwtarn/platform/repository/DSRegistration.h>
+#include <krmwtarn/platform/repository/ADReflection.h>
 #include <krmwtarn/platform/views/DLLView.h>
-
-#include <cstring>
 
 namespace {
 void releaseChain(DLLViewElem* first) {
@@ -32,11 +30,8 @@ DLLViewElem* linked(DLLViewElem* made, DLLViewElem* next, DLLViewList* nested = 
 }  // namespace
 
 const char* viewRoleLinkClass(const char* className, const char* role) {
-    for (const _classStruct* c = DSRegistration::findClass(className); c;
-         c = c->superclassName ? DSRegistration::findClass(c->superclassName) : nullptr)
-        for (const ADAttributeEntry* row = c->attributes; row && row->name; ++row)
-            if (std::strcmp(row->name, role) == 0) return adIsRoleRow(*row) ? adRoleLinkClass(*row) : nullptr;
-    return nullptr;
+    const ADAttributeEntry* row = adFindClassRow(className, role);
+    return row && adIsRoleRow(*row) ? adRoleLinkClass(*row) : nullptr;
 }
 
 DLLViewList* buildViewList(const char* className, const viewrows::Row* rows, std::size_t begin, std::size_t end,

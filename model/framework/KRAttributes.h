@@ -9,6 +9,7 @@
 
 #include <krmwtarn/model/framework/Catalogue.h>
 #include <krmwtarn/platform/repository/ADObject.h>
+#include <krmwtarn/platform/repository/ADReflection.h>
 #include <krmwtarn/platform/repository/ADSetRule.h>
 
 #include <cstdint>
@@ -38,41 +39,25 @@ private:
     char* p_ = nullptr;
 };
 
-// Row type traits: C++ value type, argument type, storage, table name, width and
-// the union members of ADGetter/ADSetter that carry the accessors.
-#define KR_SCALAR_TYPE(TAG, VALUE, NAME, WIDTH, MEMBER)                              \
-    struct KRMWTARN_API TAG {                                                        \
-        using value = VALUE;                                                         \
-        using arg = VALUE;                                                           \
-        using storage = VALUE;                                                       \
-        using Getter = VALUE (_ADObject::*)();                                       \
-        using Setter = void (_ADObject::*)(VALUE, omSetProcessing);                  \
-        static constexpr const char* name = NAME;                                    \
-        static constexpr std::int32_t width = WIDTH;                                 \
-        static constexpr ADGetter getter(Getter g) { return ADGetter{.MEMBER = g}; } \
-        static constexpr ADSetter setter(Setter s) { return ADSetter{.MEMBER = s}; } \
-        static value read(const storage& s) noexcept { return s; }                   \
-        static bool equals(const storage& s, arg v) noexcept { return s == v; }      \
-        static void assign(storage& s, arg v) noexcept { s = v; }                    \
-    };
+// Row type traits: a value type of ValueTypes.def (C++ value and argument
+// types, type name, width, the union members of ADGetter/ADSetter that carry
+// the accessors) with how an object stores its value.
+template <class V>
+struct ScalarType : V {
+    using storage = typename V::value;
+    static typename V::value read(const storage& s) noexcept { return s; }
+    static bool equals(const storage& s, typename V::arg v) noexcept { return s == v; }
+    static void assign(storage& s, typename V::arg v) noexcept { s = v; }
+};
 
-KR_SCALAR_TYPE(boolean_t, int, "boolean", 4, boolean)
-KR_SCALAR_TYPE(short_t, short, "short", 2, shortv)
-KR_SCALAR_TYPE(ushort_t, unsigned short, "ushort", 2, ushortv)
-KR_SCALAR_TYPE(long_t, long, "long", 4, longv)
-KR_SCALAR_TYPE(char_t, char, "char", 1, charv)
-#undef KR_SCALAR_TYPE
+struct KRMWTARN_API boolean_t : ScalarType<adv::Boolean> {};
+struct KRMWTARN_API short_t : ScalarType<adv::Short> {};
+struct KRMWTARN_API ushort_t : ScalarType<adv::UShort> {};
+struct KRMWTARN_API long_t : ScalarType<adv::Long> {};
+struct KRMWTARN_API char_t : ScalarType<adv::Char> {};
 
-struct KRMWTARN_API string_t {
-    using value = char*;
-    using arg = const char*;
+struct KRMWTARN_API string_t : adv::String {
     using storage = OwnedString;
-    using Getter = char* (_ADObject::*)();
-    using Setter = void (_ADObject::*)(const char*, omSetProcessing);
-    static constexpr const char* name = "string";
-    static constexpr std::int32_t width = 4;
-    static constexpr ADGetter getter(Getter g) { return ADGetter{.str = g}; }
-    static constexpr ADSetter setter(Setter s) { return ADSetter{.str = s}; }
     static value read(const storage& s) noexcept { return s.get(); }
     static bool equals(const storage& s, arg v) noexcept { return s.equals(v); }
     static void assign(storage& s, arg v) { s.assign(v); }

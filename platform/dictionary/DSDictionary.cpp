@@ -33,7 +33,7 @@
     int _##C::attrRow(const char* name) noexcept {                                                                 \
         if (!name) return -1;                                                                                      \
         for (int row = 0; row < krRowCount; ++row)                                                                 \
-            if ((table[row].flags & 0xF) == adRowAttribute && std::strcmp(table[row].name, name) == 0) return row; \
+            if (adIsAttributeRow(table[row]) && std::strcmp(table[row].name, name) == 0) return row;               \
         return -1;                                                                                                 \
     }                                                                                                              \
     unsigned long _##C::getChangeFlag(const char* name) {                                                          \

@@ -6,6 +6,7 @@
 #include <krmwtarn/platform/dictionary/ViewClasses.h>
 
 #include <krmwtarn/platform/dictionary/DictionaryLinks.h>
+#include <krmwtarn/platform/repository/ADReflection.h>
 
 #include <cstdint>
 
@@ -13,8 +14,10 @@ namespace {
 // The per-row word that the repository client reserves for itself.
 std::int32_t rowWords[30];
 
-constexpr ADAttributeEntry attribute(const char* name, const char* type, std::int32_t width, int word) {
-    return adAttributeRow(name, type, width, &rowWords[word], ADGetter{}, ADSetter{}, adRowAttribute);
+// An attribute of value type T: its type name and width as the value types say.
+template <class T>
+constexpr ADAttributeEntry attribute(const char* name, int word) {
+    return adAttributeRow(name, T::name, T::width, &rowWords[word], ADGetter{}, ADSetter{}, adRowAttribute);
 }
 // The role that a dictionary link joins at class `holder`; a role the
 // catalogue does not put there does not compile.
@@ -31,22 +34,22 @@ consteval ADAttributeEntry role(const char* linkName, const char* name, const ch
 // An annotation text belongs to one annotated part; a part has any number.
 constinit ADAttributeEntry annotationText[] = {
     role("ADLinkADAnnotObj2AnnotTxt", "annotatedObject", "ADAnnotationText"),
-    attribute("contents", "string", 4, 0),
-    attribute("label", "string", 4, 1),
+    attribute<adv::String>("contents", 0),
+    attribute<adv::String>("label", 1),
     {},
 };
 constinit ADAttributeEntry annotationLink[] = {KR_END_ROWS("ADLinkADAnnotObj2AnnotTxt", 2), {}};
 constinit ADAttributeEntry dependencyLink[] = {KR_END_ROWS("ADLinkKVPartDependsOnKVPart", 4), {}};
 constinit ADAttributeEntry dataElement[] = {
-    attribute("dataType", "string", 4, 6),
-    attribute("length", "long", 4, 7),
-    attribute("scale", "short", 2, 8),
+    attribute<adv::String>("dataType", 6),
+    attribute<adv::Long>("length", 7),
+    attribute<adv::Short>("scale", 8),
     {},
 };
 constinit ADAttributeEntry structureDef[] = {
     role("DSLinkDataStrc2StrctDef", "dataStructures", "DSStructureDef"),
-    attribute("length", "long", 4, 18),
-    attribute("structureType", "string", 4, 19),
+    attribute<adv::Long>("length", 18),
+    attribute<adv::String>("structureType", 19),
     {},
 };
 // A data item's shared definition (a data element or a data structure) and

@@ -26,9 +26,9 @@ enum : omSetProcessing {
     omClearChanged = 8,
 };
 
-// Getter of a row. "string" -> str, "boolean" -> boolean, "short" -> shortv,
-// "ushort" -> ushortv, "long" -> longv, "char" -> charv; a role row of an
-// object class -> role; the "source"/"target" rows of a link class -> end.
+// Getter of a row. An attribute's value type names its member (ValueTypes.def:
+// "string" -> str, "ushort" -> ushortv, ...; ADReflection.h reads them); a
+// role row of an object class -> role; the "source"/"target" rows -> end.
 union ADGetter {
     char* (_ADObject::*str)();
     int (_ADObject::*boolean)();
@@ -94,6 +94,19 @@ inline bool adIsEndRow(const ADAttributeEntry& row) { return (row.flags & 0x3) =
 // The two ends of a link: its "source" and "target" rows, in this order.
 enum : int { adSource = 0, adTarget = 1 };
 
+// A row's kind: the low four bits of its flags (adRowAttribute, adRowRoleAtSource,
+// adRowRoleAtTarget, adRowLinkSource, adRowLinkTarget).
+constexpr std::uint32_t adRowKindOf(std::uint32_t flags) noexcept { return flags & 0xF; }
+constexpr std::uint32_t adRowKind(const ADAttributeEntry& row) noexcept { return adRowKindOf(row.flags); }
+
+// An attribute row (the name attribute too), as opposed to a role or a link end.
+constexpr bool adIsAttributeRow(const ADAttributeEntry& row) noexcept { return adRowKind(row) == adRowAttribute; }
+
+// The end of its link at which the object holding a role row stands.
+constexpr int adRoleEnd(const ADAttributeEntry& row) noexcept {
+    return adRowKind(row) == adRowRoleAtSource ? adSource : adTarget;
+}
+
 // What a link catalogue states of one link class: its name, and per end the
 // class there, the role that joins the link on an object of that class, and
 // the end row's flags. Every row that describes the link derives from this.
@@ -117,7 +130,7 @@ constexpr bool adCardinalitiesMirror(std::uint32_t sourceFlags, std::uint32_t ta
 // cardinalities.
 constexpr bool adLinkWellFormed(const ADLinkFacts& link) noexcept {
     std::uint32_t s = link.endFlags[adSource], t = link.endFlags[adTarget];
-    return (s & 0xF) == adRowLinkSource && (t & 0xF) == adRowLinkTarget &&
+    return adRowKindOf(s) == adRowLinkSource && adRowKindOf(t) == adRowLinkTarget &&
            std::string_view(link.endRole[adSource]) != link.endRole[adTarget] && !(t & adFlagOrdered) &&
            !((s & adFlagControlling) && (t & adFlagControlling)) && adCardinalitiesMirror(s, t);
 }

@@ -2,6 +2,7 @@
 // generic reference walk that releases a repository.
 #include <krmwtarn/platform/repository/ADObject.h>
 
+#include <krmwtarn/platform/repository/ADReflection.h>
 #include <krmwtarn/platform/repository/DSRegistrar.h>
 
 #include <cctype>
@@ -101,8 +102,9 @@ adnotify::Listener& listener() {
 }
 
 ADAttributeEntry baseTable[] = {
-    {"adName", nullptr, "string", 4, nullptr, ADGetter{.str = &_ADObject::_get_adName},
-     ADSetter{.str = &_ADObject::_set_adName}, 0, 0x4},
+    adAttributeRow("adName", adv::String::name, adv::String::width, nullptr,
+                   adv::String::getter(&_ADObject::_get_adName), adv::String::setter(&_ADObject::_set_adName),
+                   adRowAttribute),
     {},
 };
 }  // namespace

@@ -22,7 +22,7 @@ _ADObject* dsControllerStep(_ADObject* o) {
             const _classStruct* link = DSRegistration::findClass(adRoleLinkClass(*row));
             if (!link || !link->attributes || !link->attributes[0].name) continue;
             // This object's end of the link, and the row of the other end.
-            bool atSource = (row->flags & 0xF) == adRowRoleAtSource;
+            bool atSource = adRoleEnd(*row) == adSource;
             const ADAttributeEntry& otherEnd = link->attributes[atSource ? 1 : 0];
             if (!(otherEnd.flags & adFlagControlling)) continue;
             DSModelCollection* role = (o->*row->getter.role)();

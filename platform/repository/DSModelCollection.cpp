@@ -46,7 +46,7 @@ void DSModelCollection::admit(const ADObject& element) const {
     _ADObject* o = element.impl();
     if (!o || !o->isRelationshipObject() || !o->isKindOf(linkClass))
         throw new KVException("ewswtarn_", 2498, linkClass, o ? o->whoAmI() : "", role_->name);
-    bool atSource = (role_->flags & 0xF) == adRowRoleAtSource;
+    bool atSource = adRoleEnd(*role_) == adSource;
     auto* link = static_cast<_ADLink*>(o);
     ADObject* owner = atSource ? link->getSource() : link->getTarget();
     if (!owner || owner->isEmpty() || !role_->getter.role || (owner->impl()->*role_->getter.role)() != this)

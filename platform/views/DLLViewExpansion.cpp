@@ -3,6 +3,7 @@
 
 #include <krmwtarn/platform/common/FlatTable.h>
 #include <krmwtarn/platform/repository/ADLink.h>
+#include <krmwtarn/platform/repository/ADReflection.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -75,7 +76,7 @@ public:
                 role(node, e, o);
             } else {
                 const ADAttributeEntry* row = rows_.row(o, e);
-                if (!row || (row->flags & 0xF) != adRowAttribute || !row->getter.str) continue;
+                if (!row || !adIsAttributeRow(*row) || !row->getter.str) continue;
                 DLLViewEntry entry;
                 entry.kind = DLLViewEntry::Value;
                 entry.element = e;
@@ -146,39 +147,26 @@ private:
 };
 }  // namespace
 
-const ADAttributeEntry* DLLView_findRow(_ADObject* object, const char* name) {
-    if (!object || !name) return nullptr;
-    for (ADAttributeEntry* t = object->nextAttributeTable(nullptr); t; t = object->nextAttributeTable(t))
-        for (ADAttributeEntry* row = t; row->name; ++row)
-            if (std::strcmp(row->name, name) == 0) return row;
-    return nullptr;
-}
+const ADAttributeEntry* DLLView_findRow(_ADObject* object, const char* name) { return adFindRow(object, name); }
 
+// A string's text or null; a char's one character, or an empty text for none;
+// a number for the rest. A type the list does not know reads as null.
 DLLViewValue DLLView_readValue(_ADObject* o, const ADAttributeEntry& row) {
     DLLViewValue v;
     v.type = row.type;
-    const char* t = row.type;
-    if (std::strcmp(t, "string") == 0) {
-        char* s = (o->*row.getter.str)();
-        v.isNull = s == nullptr;
-        if (s) v.text = s;
-        return v;
-    }
     v.isNull = false;
-    if (std::strcmp(t, "boolean") == 0)
-        v.number = (o->*row.getter.boolean)();
-    else if (std::strcmp(t, "short") == 0)
-        v.number = (o->*row.getter.shortv)();
-    else if (std::strcmp(t, "ushort") == 0)
-        v.number = (o->*row.getter.ushortv)();
-    else if (std::strcmp(t, "long") == 0)
-        v.number = (o->*row.getter.longv)();
-    else if (std::strcmp(t, "char") == 0) {
-        char c = (o->*row.getter.charv)();
-        if (c) v.text.assign(1, c);
-    } else {
-        v.isNull = true;
-    }
+    bool known = adVisitValue(o, row, [&v](auto tr, auto value) {
+        using T = decltype(tr);
+        if constexpr (T::form == ADValueForm::Text) {
+            v.isNull = value == nullptr;
+            if (value) v.text = value;
+        } else if constexpr (T::form == ADValueForm::Char) {
+            if (value) v.text.assign(1, value);
+        } else {
+            v.number = value;
+        }
+    });
+    if (!known) v.isNull = true;
     return v;
 }
 

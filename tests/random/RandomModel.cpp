@@ -92,7 +92,7 @@ const ClassRows& rowsOf(_ADObject* o) {
     for (ADAttributeEntry* t = o->nextAttributeTable(nullptr); t; t = o->nextAttributeTable(t)) {
         for (ADAttributeEntry* row = t; row->name; ++row) {
             if (adIsRoleRow(*row) && row->getter.role) {
-                it->second.roles.push_back({row, (row->flags & 0xF) == adRowRoleAtSource ? krSource : krTarget});
+                it->second.roles.push_back({row, adRoleEnd(*row) == adSource ? krSource : krTarget});
             } else if (!adIsEndRow(*row) && isValueType(row->type) &&
                        std::find(seen.begin(), seen.end(), row->name) == seen.end()) {
                 it->second.attributes.push_back(row);

@@ -8,6 +8,7 @@
 #include <krmwtarn/model/framework/KRLink.h>
 #include <krmwtarn/platform/common/Refusals.h>
 #include <krmwtarn/platform/repository/ADLink.h>
+#include <krmwtarn/platform/repository/ADReflection.h>
 #include <krmwtarn/platform/repository/DSRegistration.h>
 
 #include <cstdint>
@@ -26,38 +27,16 @@ long long integer(const json& v) {
 
 // Stores a value read from a document (its range already checked).
 void store(_ADObject* o, const ADAttributeEntry& row, const json& v) {
-    const char* t = row.type;
-    if (!std::strcmp(t, "string")) {
-        (o->*row.setter.str)(v.is_null() ? nullptr : v.get_ref<const std::string&>().c_str(), omStore);
-    } else if (!std::strcmp(t, "char")) {
-        const std::string& s = v.get_ref<const std::string&>();
-        (o->*row.setter.charv)(s.empty() ? '\0' : s[0], omStore);
-    } else if (!std::strcmp(t, "boolean")) {
-        (o->*row.setter.boolean)(static_cast<int>(integer(v)), omStore);
-    } else if (!std::strcmp(t, "short")) {
-        (o->*row.setter.shortv)(static_cast<short>(integer(v)), omStore);
-    } else if (!std::strcmp(t, "ushort")) {
-        (o->*row.setter.ushortv)(static_cast<unsigned short>(integer(v)), omStore);
-    } else if (!std::strcmp(t, "long")) {
-        (o->*row.setter.longv)(static_cast<long>(integer(v)), omStore);
-    }
+    adAssignValue(o, row, omStore, [&v](auto tr) {
+        const char* text = v.is_string() ? v.get_ref<const std::string&>().c_str() : nullptr;
+        return adFromPlain<decltype(tr)>(v.is_null(), text, v.is_number_integer() ? integer(v) : 0);
+    });
 }
 
 // Stores a value read from the repository back.
 void restore(_ADObject* o, const ADAttributeEntry& row, const DLLViewValue& v) {
-    const char* t = row.type;
-    if (!std::strcmp(t, "string"))
-        (o->*row.setter.str)(v.isNull ? nullptr : v.text.c_str(), omStore);
-    else if (!std::strcmp(t, "char"))
-        (o->*row.setter.charv)(v.text.empty() ? '\0' : v.text[0], omStore);
-    else if (!std::strcmp(t, "boolean"))
-        (o->*row.setter.boolean)(static_cast<int>(v.number), omStore);
-    else if (!std::strcmp(t, "short"))
-        (o->*row.setter.shortv)(static_cast<short>(v.number), omStore);
-    else if (!std::strcmp(t, "ushort"))
-        (o->*row.setter.ushortv)(static_cast<unsigned short>(v.number), omStore);
-    else if (!std::strcmp(t, "long"))
-        (o->*row.setter.longv)(v.number, omStore);
+    adAssignValue(o, row, omStore,
+                  [&v](auto tr) { return adFromPlain<decltype(tr)>(v.isNull, v.text.c_str(), v.number); });
 }
 
 std::string shown(const json& v) {

@@ -5,6 +5,7 @@
 #include "tools/json/DocumentPlan.h"
 
 #include <krmwtarn/platform/repository/ADLink.h>
+#include <krmwtarn/platform/repository/ADReflection.h>
 #include <krmwtarn/platform/repository/DSRegistrar.h>
 #include <krmwtarn/platform/repository/DSRegistration.h>
 
@@ -25,13 +26,7 @@ bool kindOf(const char* cls, const char* ancestor) {
     return false;
 }
 
-const ADAttributeEntry* rowOf(const char* cls, const char* name) {
-    for (const _classStruct* c = DSRegistration::findClass(cls); c;
-         c = c->superclassName ? DSRegistration::findClass(c->superclassName) : nullptr)
-        for (const ADAttributeEntry* r = c->attributes; r && r->name; ++r)
-            if (!std::strcmp(r->name, name)) return r;
-    return nullptr;
-}
+const ADAttributeEntry* rowOf(const char* cls, const char* name) { return adFindClassRow(cls, name); }
 
 const ADAttributeEntry& endRow(const char* linkClass, Side side) {
     return DSRegistration::findClass(linkClass)->attributes[side];
@@ -53,7 +48,7 @@ bool isLinkClass(const char* cls) {
 
 const ADAttributeEntry* attributeOf(const char* cls, const char* name) {
     const ADAttributeEntry* r = rowOf(cls, name);
-    return r && (r->flags & 0xF) == adRowAttribute && r->setter.str && r->getter.str ? r : nullptr;
+    return r && adIsAttributeRow(*r) && r->setter.str && r->getter.str ? r : nullptr;
 }
 
 const ADAttributeEntry* roleOf(const char* cls, const char* name) {
@@ -112,13 +107,9 @@ const std::string* text(const json& j, const char* key, const char** problem) {
     return &s;
 }
 
-// The range of a number attribute's type.
-bool fits(const char* type, const json& v) {
-    long long lo = INT32_MIN, hi = INT32_MAX;  // long (4 bytes) and boolean (an int)
-    if (!std::strcmp(type, "short"))
-        lo = -32768, hi = 32767;
-    else if (!std::strcmp(type, "ushort"))
-        lo = 0, hi = 65535;
+// The range of a number attribute's type, as its width holds it.
+bool fits(const ADValueTypeInfo& type, const json& v) {
+    long long lo = type.low, hi = type.high;
     if (v.is_number_unsigned()) return v.get<std::uint64_t>() <= static_cast<std::uint64_t>(hi);
     long long n = v.get<std::int64_t>();
     return n >= lo && n <= hi;
@@ -127,16 +118,19 @@ bool fits(const char* type, const json& v) {
 // What is wrong with a value for an attribute row, or an empty text.
 std::string badValue(const ADAttributeEntry& row, const json& v) {
     const char* t = row.type;
+    const ADValueTypeInfo* type = adFindValueType(t);
+    ADValueForm form = type ? type->form : ADValueForm::Integer;
     bool ok;
-    if (!std::strcmp(t, "string"))
+    if (form == ADValueForm::Text)
         ok = v.is_null() || v.is_string();
-    else if (!std::strcmp(t, "char"))
+    else if (form == ADValueForm::Char)
         ok = v.is_string() && v.get_ref<const std::string&>().size() <= 1;
     else
         ok = v.is_number_integer();
     if (!ok) return std::string("a ") + t + " value is expected";
     if (v.is_string() && v.get_ref<const std::string&>().find('\0') != std::string::npos) return kNul;
-    if (v.is_number_integer() && !fits(t, v)) return std::string("the value does not fit a ") + t;
+    if (v.is_number_integer() && !fits(type ? *type : adValueTypeInfo(ADValueType::Long), v))
+        return std::string("the value does not fit a ") + t;
     return {};
 }
 
@@ -308,7 +302,7 @@ void Reader::roleEntry(int self, const std::vector<const DLLViewElem*>& elems, c
         const ADAttributeEntry* roleRow = roleOf(cls, copy->name);
         if (!roleRow || std::strcmp(adRoleLinkClass(*roleRow), linkClass) != 0 || !isLinkClass(linkClass))
             refuse(itemAt, "role '" + std::string(copy->name) + "' of " + cls + " holds no " + linkClass);
-        Side side = (roleRow->flags & 0xF) == adRowRoleAtSource ? kSource : kTarget;
+        Side side = adRoleEnd(*roleRow) == adSource ? kSource : kTarget;
         int link = node(item, copy->list, itemAt, true);
         setEnd(link, side, self, itemAt, itemAt);
         auto [first, fresh] = listed.emplace(link, itemAt);

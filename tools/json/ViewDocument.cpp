@@ -5,6 +5,8 @@
 
 #include "tools/json/DocumentPlan.h"
 
+#include <krmwtarn/platform/repository/ADReflection.h>
+
 #include <cstring>
 #include <memory>
 
@@ -14,7 +16,8 @@ namespace viewdoc {
 namespace {
 json valueJson(const DLLViewValue& v) {
     if (v.isNull) return nullptr;
-    if (!std::strcmp(v.type, "string") || !std::strcmp(v.type, "char")) return v.text;
+    const ADValueTypeInfo* type = adFindValueType(v.type);
+    if (type && type->form != ADValueForm::Integer) return v.text;
     return v.number;
 }
 }  // namespace

@@ -17,19 +17,19 @@ int rowCount(const ADAttributeEntry* t) {
 }
 
 std::string decodeFlags(std::uint32_t f) {
-    if ((f & 0xF) == 0x4) return (f & adFlagName) ? "name attribute" : "attribute";
+    if (adRowKindOf(f) == adRowAttribute) return (f & adFlagName) ? "name attribute" : "attribute";
     std::string s;
-    switch (f & 0xF) {
-        case 0x3:
+    switch (adRowKindOf(f)) {
+        case adRowRoleAtSource:
             s = "role, at source";
             break;
-        case 0x7:
+        case adRowRoleAtTarget:
             s = "role, at target";
             break;
-        case 0x1:
+        case adRowLinkSource:
             s = "source end";
             break;
-        case 0x5:
+        case adRowLinkTarget:
             s = "target end";
             break;
         default:

@@ -7,27 +7,28 @@
 
 #include "tools/krmwtarn/Definitions.h"
 
+#include <krmwtarn/platform/repository/ADReflection.h>
+
 #include <cstdio>
 #include <cstring>
 #include <set>
 #include <string>
 
 namespace {
+// A string quoted or "null", a char quoted or "0", a number; "?" for a type
+// the list does not know.
 std::string valueOf(_ADObject* o, const ADAttributeEntry& row) {
-    const char* t = row.type;
-    if (std::strcmp(t, "string") == 0) {
-        char* s = (o->*row.getter.str)();
-        return s ? std::string("\"") + s + "\"" : "null";
-    }
-    if (std::strcmp(t, "boolean") == 0) return std::to_string((o->*row.getter.boolean)());
-    if (std::strcmp(t, "short") == 0) return std::to_string((o->*row.getter.shortv)());
-    if (std::strcmp(t, "ushort") == 0) return std::to_string((o->*row.getter.ushortv)());
-    if (std::strcmp(t, "long") == 0) return std::to_string((o->*row.getter.longv)());
-    if (std::strcmp(t, "char") == 0) {
-        char c = (o->*row.getter.charv)();
-        return c ? std::string("'") + c + "'" : "0";
-    }
-    return "?";
+    std::string out = "?";
+    adVisitValue(o, row, [&out](auto tr, auto value) {
+        using T = decltype(tr);
+        if constexpr (T::form == ADValueForm::Text)
+            out = value ? std::string("\"") + value + "\"" : "null";
+        else if constexpr (T::form == ADValueForm::Char)
+            out = value ? std::string("'") + value + "'" : "0";
+        else
+            out = std::to_string(value);
+    });
+    return out;
 }
 
 class Printer {
@@ -39,24 +40,23 @@ public:
             return;
         }
         attributes(o, depth + 1);
-        for (ADAttributeEntry* t = o->nextAttributeTable(nullptr); t; t = o->nextAttributeTable(t))
-            for (ADAttributeEntry* row = t; row->name; ++row)
-                if (adIsRoleRow(*row) && row->getter.role && !(cameBy && std::strcmp(row->name, cameBy) == 0))
-                    role(o, *row, depth + 1);
+        adForEachRow(o, [&](const ADAttributeEntry& row) {
+            if (adIsRoleRow(row) && row.getter.role && !(cameBy && std::strcmp(row.name, cameBy) == 0))
+                role(o, row, depth + 1);
+        });
     }
 
 private:
     void attributes(_ADObject* o, int depth) {
-        for (ADAttributeEntry* t = o->nextAttributeTable(nullptr); t; t = o->nextAttributeTable(t))
-            for (ADAttributeEntry* row = t; row->name; ++row) {
-                if ((row->flags & 0xF) != adRowAttribute || !row->getter.str) continue;
-                std::string v = valueOf(o, *row);
-                if (v != "null" && v != "0") std::printf("%*s%s = %s\n", depth * 2, "", row->name, v.c_str());
-            }
+        adForEachRow(o, [&](const ADAttributeEntry& row) {
+            if (!adIsAttributeRow(row) || !row.getter.str) return;
+            std::string v = valueOf(o, row);
+            if (v != "null" && v != "0") std::printf("%*s%s = %s\n", depth * 2, "", row.name, v.c_str());
+        });
     }
 
     void role(_ADObject* o, const ADAttributeEntry& row, int depth) {
-        bool atSource = (row.flags & 0xF) == adRowRoleAtSource;
+        bool atSource = adRoleEnd(row) == adSource;
         for (const ADObject& h : *(o->*row.getter.role)()) {
             auto* link = static_cast<_ADLink*>(h.impl());
             ADObject* far = atSource ? link->getTarget() : link->getSource();

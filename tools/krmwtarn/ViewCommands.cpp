@@ -8,6 +8,7 @@
 #include "tools/krmwtarn/Files.h"
 #include "tools/krmwtarn/RepoCommands.h"
 
+#include <krmwtarn/platform/repository/ADReflection.h>
 #include <krmwtarn/store/Repository.h>
 
 #include <cstdio>
@@ -19,11 +20,13 @@
 
 namespace {
 void printValue(const DLLViewValue& v) {
+    const ADValueTypeInfo* type = adFindValueType(v.type);
+    ADValueForm form = type ? type->form : ADValueForm::Integer;
     if (v.isNull)
         std::printf("null");
-    else if (!std::strcmp(v.type, "string"))
+    else if (form == ADValueForm::Text)
         std::printf("\"%s\"", v.text.c_str());
-    else if (!std::strcmp(v.type, "char"))
+    else if (form == ADValueForm::Char)
         std::printf("'%s'", v.text.c_str());
     else
         std::printf("%ld", v.number);

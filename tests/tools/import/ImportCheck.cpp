@@ -206,7 +206,7 @@ std::vector<std::string> snapshot() {
                     ADObject* e = (o->*row->getter.end)();
                     s << " " << row->name << "=" << (e && !e->isEmpty() ? identity(e->impl()) : "-") << "/"
                       << o->getChangeFlag(row->name);
-                } else if ((row->flags & 0xF) == adRowAttribute && row->getter.str) {
+                } else if (adIsAttributeRow(*row) && row->getter.str) {
                     DLLViewValue v = DLLView_readValue(o, *row);
                     s << " " << row->name << "=" << (v.isNull ? "null" : v.text + "/" + std::to_string(v.number)) << "/"
                       << o->getChangeFlag(row->name);
