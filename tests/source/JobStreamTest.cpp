@@ -74,6 +74,8 @@ TEST(JobStream, InStreamDecksAreReadWithTheJobFilesLineNumbers) {
     EXPECT_TRUE(r.ok()) << decktest::report(r);
     EXPECT_EQ(r.dbds.size(), 1u);
     EXPECT_EQ(r.psbs.size(), 1u);
+    r = krsource::LoadResult();
+    DSRegistrar::releaseAll();
 }
 
 TEST(JobStream, OnlyTheDecksSpeak) {
