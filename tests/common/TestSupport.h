@@ -3,21 +3,17 @@
 // superclass line of the registered components' class tables.
 #pragma once
 
-#include <krmwtarn/platform/common/KVException.h>
+#include <krmwtarn/platform/common/Refusals.h>
 #include <krmwtarn/platform/repository/DSRegistration.h>
 
 #include <cstring>
 #include <memory>
+#include <utility>
 
 // Catches the library's exception pointer and hands it over for inspection.
 template <class F>
 std::unique_ptr<KVException> thrown(F&& f) {
-    try {
-        f();
-    } catch (KVException* e) {
-        return std::unique_ptr<KVException>(e);
-    }
-    return nullptr;
+    return kr::refusalOf(std::forward<F>(f));
 }
 
 // The row named `name` in the class's table or a superclass's, or null.

@@ -47,6 +47,16 @@ std::map<std::string, nlohmann::json> loaded(const std::vector<Deck>& decks, std
     return byRoot;
 }
 
+// The decks written back from what they load read again to the same
+// documents; the repository is emptied first, as the caller leaves it.
+void expectRoundTrip(LoadResult& r, const std::vector<Deck>& decks) {
+    r = LoadResult();
+    DSRegistrar::releaseAll();
+    std::vector<Deck> back;
+    auto first = loaded(decks, &back);
+    EXPECT_EQ(loaded(back), first);
+}
+
 template <class T>
 T* found(const char* cls, const std::string& id) {
     return static_cast<T*>(DSRegistrar::findObj(cls, id.c_str(), krsource::kDeckVersion));
@@ -86,12 +96,7 @@ TEST_F(Construct, DatasetLogical) {
     ASSERT_NE(v, nullptr);
     std::string written = krsource::writeDbdDeck(v);
     EXPECT_NE(written.find("DATASET LOGICAL"), std::string::npos) << written;
-    r = LoadResult();
-    DSRegistrar::releaseAll();
-
-    std::vector<Deck> back;
-    auto first = loaded({{"shop.dbd", kShop}, {"view.dbd", view}}, &back);
-    EXPECT_EQ(loaded(back), first);
+    expectRoundTrip(r, {{"shop.dbd", kShop}, {"view.dbd", view}});
 
     std::string stored = kShop;
     stored.insert(stored.find("         SEGM"), "         DATASET LOGICAL\n");
@@ -189,12 +194,7 @@ TEST_F(Construct, ExternalNames) {
     std::string written = krsource::writeDbdDeck(found<_DSDBD>("DSDBD", "CLUBDB"));
     EXPECT_NE(written.find("EXTERNALNAME=MEMBER_HOME_TOWN"), std::string::npos) << written;
     EXPECT_NE(written.find("EXTERNALNAME=CLUB_MEMBER"), std::string::npos) << written;
-    r = LoadResult();
-    DSRegistrar::releaseAll();
-
-    std::vector<Deck> back;
-    auto first = loaded({{"club.dbd", deck}}, &back);
-    EXPECT_EQ(loaded(back), first);
+    expectRoundTrip(r, {{"club.dbd", deck}});
 }
 
 // Every form of PCB: a database PCB naming its DBD by NAME= is the same PCB as
@@ -317,12 +317,7 @@ TEST_F(Construct, LoggingExitAndNone) {
     auto* kid = found<_DSSegment>("DSSegmentComplex", "LOGDB.LKID");
     ASSERT_EQ(kid->_get_exits()->count(), 1);
     EXPECT_EQ(kid->_getFirst_exits()->impl(), x);
-    r = LoadResult();
-    DSRegistrar::releaseAll();
-
-    std::vector<Deck> back;
-    auto first = loaded({{"log.dbd", deck}}, &back);
-    EXPECT_EQ(loaded(back), first);
+    expectRoundTrip(r, {{"log.dbd", deck}});
 }
 
 // The fields the manager fills for a secondary index (/SXn with no place of
@@ -453,12 +448,7 @@ TEST_F(Construct, Organisations) {
     ASSERT_NE(seqIn->_getFirst_dd2(), nullptr);
     EXPECT_STREQ((*seqIn->_getFirst_dd2())->_get_ddsName(), "SEQOUT");
     EXPECT_STREQ(found<_DSDBDmsdb>("DSDBDmsdb", "MAINST.ACCESS")->_get_msdbType(), "NO");
-    r = LoadResult();
-    DSRegistrar::releaseAll();
-
-    std::vector<Deck> back;
-    auto first = loaded({{"orgs.dbd", decks}}, &back);
-    EXPECT_EQ(loaded(back), first);
+    expectRoundTrip(r, {{"orgs.dbd", decks}});
 }
 
 // A library is a set of decks: an exit routine of one DBD used by a segment of
