@@ -3,7 +3,7 @@
 // finding located through the load that made its object.
 #include <krmwtarn/check/Rules.h>
 
-#include <cstring>
+#include <krmwtarn/model/framework/Navigation.h>
 
 namespace krcheck {
 namespace {
@@ -73,10 +73,10 @@ std::vector<Finding> check(const std::vector<ADObject>& definitions) {
     for (const ADObject& d : definitions) {
         if (d.isEmpty()) continue;
         std::vector<Finding> found;
-        if (!std::strcmp(d->whoAmI(), "DSDBD"))
-            found = check(static_cast<_DSDBD*>(d.impl()));
-        else if (!std::strcmp(d->whoAmI(), "DSPSB"))
-            found = check(static_cast<_DSPSB*>(d.impl()));
+        if (auto* dbd = kr::dyn_cast<_DSDBD>(d.impl()))
+            found = check(dbd);
+        else if (auto* psb = kr::dyn_cast<_DSPSB>(d.impl()))
+            found = check(psb);
         for (Finding& f : found) out.push_back(std::move(f));
     }
     return out;

@@ -33,16 +33,18 @@ const FieldFacts* sequenceField(const SegmentFacts& s) {
     return nullptr;
 }
 // The segment's name, and the DBD that holds it (null when none does).
-std::string segName(_ADObject* segment) { return str(static_cast<_DSSegment*>(segment)->_get_strSegmentName()); }
-_DSDBD* dbdOf(_ADObject* segment) {
-    return firstFar<_DSDBD>(static_cast<_DSSegment*>(segment)->_get_containingDBD(), false);
-}
-_DSSegmentComplex* complexOf(const SegmentFacts& s) {
-    return s.segment->isKindOf("DSSegmentComplex") ? static_cast<_DSSegmentComplex*>(s.segment) : nullptr;
-}
-std::string joined(const std::vector<_ADObject*>& segments) {
+std::string segName(_DSSegment* segment) { return str(segment->_get_strSegmentName()); }
+_DSDBD* dbdOf(_DSSegment* segment) { return kr::sourcesOf<DSContainsSegment>(segment->_get_containingDBD()).first(); }
+_DSSegmentComplex* complexOf(const SegmentFacts& s) { return kr::dyn_cast<_DSSegmentComplex>(s.segment); }
+std::string joined(const std::vector<_DSSegment*>& segments) {
     std::string out;
-    for (_ADObject* s : segments) out += (out.empty() ? "" : ", ") + segName(s);
+    for (_DSSegment* s : segments) out += (out.empty() ? "" : ", ") + segName(s);
+    return out;
+}
+template <class Range>
+std::vector<typename Range::Far*> all(const Range& range) {
+    std::vector<typename Range::Far*> out;
+    for (auto* o : range) out.push_back(o);
     return out;
 }
 
@@ -136,7 +138,8 @@ void rootUnkeyed(const DbdFacts& f, Report& report) {
 // root); a PHIDAM's is made by the manager.
 void hidamIndex(const DbdFacts& f, Report& report) {
     if (!is(f, &Organisation::primaryIndexNamed)) return;
-    if (!f.access->isKindOf("DSDBDhidam") || !static_cast<_DSDBDhidam*>(f.access)->_get_primaryIndex()->count())
+    auto* hidam = kr::dyn_cast<_DSDBDhidam>(f.access);
+    if (!hidam || !hidam->_get_primaryIndex()->count())
         report(f.access, f.name,
                f.organisation + " database " + f.name + " has no primary index (LCHILD ...,POINTER=INDX)");
 }
@@ -145,7 +148,8 @@ void hidamIndex(const DbdFacts& f, Report& report) {
 // name it per partition instead.
 void randomizer(const DbdFacts& f, Report& report) {
     if (!is(f, &Organisation::randomizerNamed)) return;
-    if (!f.access->isKindOf("DSDBDdedb") || str(static_cast<_DSDBDdedb*>(f.access)->_get_rmName()).empty())
+    auto* dedb = kr::dyn_cast<_DSDBDdedb>(f.access);
+    if (!dedb || str(dedb->_get_rmName()).empty())
         report(f.access, f.name, f.organisation + " database " + f.name + " names no randomizing module (RMNAME)");
 }
 
@@ -154,11 +158,12 @@ void dedbAreas(const DbdFacts& f, Report& report) {
     if (!inFamily(f, Family::DataEntry)) return;
     int areas = 0;
     for (const ADObject& l : *f.dbd->_get_datasets()) {
-        auto* area = firstFar<_DSArea>(static_cast<_DSDSColl*>(l.impl())->_get_areaAttributes());
+        auto* group = kr::cast<_DSDSColl>(l.impl());
+        auto* area = kr::targetsOf<DSHasArea>(group->_get_areaAttributes()).first();
         if (!area) continue;
         ++areas;
         if (area->_get_areaSize() <= 0) {
-            auto* dd = static_cast<_DSTARNDDname*>(static_cast<_KRLink*>(l.impl())->_get_target()->impl());
+            _DSTARNDDname* dd = group->_get_target()->operator->();
             std::string name = dd && dd->_get_ddsName() ? dd->_get_ddsName() : "?";
             report(area, f.name + "/" + name, "area " + name + " of DEDB " + f.name + " has no size (SIZE)");
         }
@@ -170,8 +175,8 @@ void dedbAreas(const DbdFacts& f, Report& report) {
 void logicalSource(const DbdFacts& f, Report& report) {
     if (!inFamily(f, Family::Logical)) return;
     for (const SegmentFacts& s : f.segments)
-        if (!s.segment->isKindOf("DSSegmentLogical") ||
-            !static_cast<_DSSegmentLogical*>(s.segment)->_get_sourceSegments()->count())
+        if (auto* logical = kr::dyn_cast<_DSSegmentLogical>(s.segment);
+            !logical || !logical->_get_sourceSegments()->count())
             report(s.segment, s.path, "segment " + s.name + " of logical DBD " + f.name + " names no source (SOURCE)");
 }
 
@@ -181,14 +186,15 @@ void lchildPair(const DbdFacts& f, Report& report) {
         _DSSegmentComplex* parent = complexOf(s);
         if (!parent) continue;
         for (const ADObject& l : *parent->_get_logChildren()) {
-            auto* rel = static_cast<_DSLChild*>(l.impl());
-            _ADObject* child = farEnd(l);
-            auto* pair = firstFar<_DSSegmentComplex>(rel->_get_pairedSegment());
+            auto* rel = kr::cast<_DSLChild>(l.impl());
+            _DSSegmentComplex* child = rel->_get_target()->operator->();
+            _DSSegmentComplex* pair = kr::targetsOf<DSHasPair>(rel->_get_pairedSegment()).first();
             // A pair that is no logical child is a virtual one: nothing to pair back.
             if (!child || !pair || !pair->_get_logParent()->count()) continue;
-            std::vector<_ADObject*> back;
+            std::vector<_DSSegment*> back;
             for (const ADObject& pl : *pair->_get_logParent())
-                if (_ADObject* p = firstFar(static_cast<_DSLChild*>(pl.impl())->_get_pairedSegment()))
+                if (_DSSegmentComplex* p =
+                        kr::targetsOf<DSHasPair>(kr::cast<_DSLChild>(pl.impl())->_get_pairedSegment()).first())
                     back.push_back(p);
             if (std::find(back.begin(), back.end(), child) != back.end()) continue;
             report(s.segment, s.path,
@@ -204,7 +210,7 @@ void logicalParent(const DbdFacts& f, Report& report) {
     for (const SegmentFacts& s : f.segments) {
         _DSSegmentComplex* child = complexOf(s);
         if (!child) continue;
-        for (_ADObject* parent : farEnds(child->_get_logParent(), false))
+        for (_DSSegmentComplex* parent : kr::sourcesOf<DSLChild>(child->_get_logParent()))
             if (!dbdOf(parent))
                 report(s.segment, s.path,
                        "the logical parent " + segName(parent) + " of segment " + s.name + " is in no DBD");
@@ -216,21 +222,22 @@ void xdfldFields(const DbdFacts& f, Report& report) {
     for (const SegmentFacts& s : f.segments) {
         _DSSegmentComplex* target = complexOf(s);
         if (!target) continue;
-        for (_ADObject* o : farEnds(target->_get_indices())) {
-            auto* x = static_cast<_DSXDFLD*>(o);
-            _ADObject* source = firstFar(x->_get_indexSource());
+        for (_DSXDFLD* x : kr::targetsOf<DSHasIndex>(target->_get_indices())) {
+            _DSSegment* source = kr::targetsOf<DSHasIndexSource>(x->_get_indexSource()).first();
             if (!source) source = s.segment;
             std::string name = str(x->_get_xdfldName()), path = s.path + "/" + name;
             if (!x->_get_search()->count()) report(x, path, "XDFLD " + name + " has no search field (SRCH)");
-            std::vector<_ADObject*> own = farEnds(static_cast<_DSSegment*>(source)->_get_fields());
-            for (auto [key, role] : {std::pair{"SRCH", x->_get_search()}, std::pair{"SUBSEQ", x->_get_subseq()},
-                                     std::pair{"DDATA", x->_get_ddata()}})
-                for (_ADObject* field : farEnds(role))
+            std::vector<_DSField*> own = all(kr::targetsOf<DSHasField>(source->_get_fields()));
+            auto ofSource = [&](const char* key, const auto& fields) {
+                for (_DSField* field : fields)
                     if (std::find(own.begin(), own.end(), field) == own.end())
                         report(x, path,
-                               "XDFLD " + name + " " + key + " field " +
-                                   str(static_cast<_DSField*>(field)->_get_strFieldName()) +
+                               "XDFLD " + name + " " + key + " field " + str(field->_get_strFieldName()) +
                                    " is not a field of its source segment " + segName(source));
+            };
+            ofSource("SRCH", kr::targetsOf<DSHasSearch>(x->_get_search()));
+            ofSource("SUBSEQ", kr::targetsOf<DSHasSubsequence>(x->_get_subseq()));
+            ofSource("DDATA", kr::targetsOf<DSHasDuplicateData>(x->_get_ddata()));
         }
     }
 }
@@ -238,21 +245,21 @@ void xdfldFields(const DbdFacts& f, Report& report) {
 // A HIDAM's primary index (or a PHIDAM's, where its DBD names one) is the
 // index of an INDEX DBD that no XDFLD also uses, keyed by a field of the root.
 void primaryIndex(const DbdFacts& f, Report& report) {
-    if (!inFamily(f, Family::Indexed) || !f.access->isKindOf("DSDBDhidam")) return;
-    auto* hidam = static_cast<_DSDBDhidam*>(f.access);
-    auto* index = firstFar<_DSDBDindex>(hidam->_get_primaryIndex());
+    auto* hidam = kr::dyn_cast<_DSDBDhidam>(f.access);
+    if (!inFamily(f, Family::Indexed) || !hidam) return;
+    _DSDBDindex* index = kr::targetsOf<DSIndex>(hidam->_get_primaryIndex()).first();
     if (!index) return;  // HIDAM-INDEX
-    auto* indexDbd = firstFar<_DSDBD>(index->_get_containingDBD(), false);
+    _DSDBD* indexDbd = kr::sourcesOf<DSDefinedByAccess>(index->_get_containingDBD()).first();
     std::string indexName = indexDbd ? str(indexDbd->_get_strDBDName()) : std::string();
     if (!indexDbd)
         report(f.access, f.name,
                "the primary index of " + f.organisation + " database " + f.name + " is the index of no DBD");
-    else if (auto* x = firstFar<_DSXDFLD>(index->_get_secondaryIndexTarget(), false))
+    else if (_DSXDFLD* x = kr::sourcesOf<DSIsUseOf>(index->_get_secondaryIndexTarget()).first())
         report(f.access, f.name,
                "primary index DBD " + indexName + " of " + f.organisation + " database " + f.name +
                    " is also the secondary index of XDFLD " + str(x->_get_xdfldName()));
     const SegmentFacts* root = rootOf(f);
-    auto* key = firstFar<_DSField>(hidam->_get_rootSequenceField());
+    _DSField* key = kr::targetsOf<DSHasRootSequence>(hidam->_get_rootSequenceField()).first();
     if (!root || !key) return;
     for (const FieldFacts& fl : root->fields)
         if (fl.field == key) return;
@@ -264,8 +271,8 @@ void primaryIndex(const DbdFacts& f, Report& report) {
 // An index DBD indexes something: a HIDAM names it as its primary index, or an
 // XDFLD uses it (a partitioned one, PSINDEX, is only ever a secondary index).
 void indexTarget(const DbdFacts& f, Report& report) {
-    if (!is(f, &Organisation::index) || !f.access->isKindOf("DSDBDindex")) return;
-    auto* index = static_cast<_DSDBDindex*>(f.access);
+    auto* index = kr::dyn_cast<_DSDBDindex>(f.access);
+    if (!is(f, &Organisation::index) || !index) return;
     if (!index->_get_primaryIndexTarget()->count() && !index->_get_secondaryIndexTarget()->count())
         report(
             f.access, f.name,
@@ -276,31 +283,29 @@ void indexTarget(const DbdFacts& f, Report& report) {
 // A logical segment's sources are physical segments; its parent's source is its source's physical or logical parent.
 void logicalHierarchy(const DbdFacts& f, Report& report) {
     if (!inFamily(f, Family::Logical)) return;
-    auto sourcesOf = [](const SegmentFacts& s) {
-        return s.segment->isKindOf("DSSegmentLogical")
-                   ? farEnds(static_cast<_DSSegmentLogical*>(s.segment)->_get_sourceSegments())
-                   : std::vector<_ADObject*>();
+    auto sources = [](const SegmentFacts& s) {
+        auto* logical = kr::dyn_cast<_DSSegmentLogical>(s.segment);
+        return logical ? all(kr::targetsOf<DSSource>(logical->_get_sourceSegments())) : std::vector<_DSSegment*>();
     };
     for (const SegmentFacts& s : f.segments) {
-        std::vector<_ADObject*> mine = sourcesOf(s);
+        std::vector<_DSSegment*> mine = sources(s);
         bool physical = true;
-        for (_ADObject* source : mine)
-            if (source->isKindOf("DSSegmentLogical") || !dbdOf(source)) {
+        for (_DSSegment* source : mine)
+            if (kr::isa<_DSSegmentLogical>(source) || !dbdOf(source)) {
                 physical = false;
                 report(s.segment, s.path,
                        "source " + segName(source) + " of segment " + s.name + " is not a segment of a physical DBD");
             }
         if (!physical || mine.empty() || s.parent < 0) continue;
         const SegmentFacts& parent = f.segments[std::size_t(s.parent)];
-        std::vector<_ADObject*> above = sourcesOf(parent);
+        std::vector<_DSSegment*> above = sources(parent);
         if (above.empty()) continue;  // LOGICAL-SOURCE
-        auto* source = static_cast<_DSSegment*>(mine.front());
-        std::vector<_ADObject*> parents = farEnds(source->_get_physicalParent());
-        if (source->isKindOf("DSSegmentComplex"))
-            for (_ADObject* p : farEnds(static_cast<_DSSegmentComplex*>(source)->_get_logParent(), false))
-                parents.push_back(p);
+        _DSSegment* source = mine.front();
+        std::vector<_DSSegment*> parents = all(kr::targetsOf<DSParent>(source->_get_physicalParent()));
+        if (auto* complex = kr::dyn_cast<_DSSegmentComplex>(source))
+            for (_DSSegmentComplex* p : kr::sourcesOf<DSLChild>(complex->_get_logParent())) parents.push_back(p);
         bool joins = false;
-        for (_ADObject* a : above) joins = joins || std::find(parents.begin(), parents.end(), a) != parents.end();
+        for (_DSSegment* a : above) joins = joins || std::find(parents.begin(), parents.end(), a) != parents.end();
         if (!joins)
             report(s.segment, s.path,
                    "source " + segName(source) + " of segment " + s.name +

@@ -3,39 +3,38 @@
 // fields and key lengths; a PSB's PCBs with their DBDs and SENSEGs.
 #include <krmwtarn/check/Rules.h>
 
+#include <krmwtarn/model/framework/Navigation.h>
+
 namespace krcheck {
 namespace {
 std::string str(const char* s) { return s ? std::string(s) : std::string(); }
 
 // The organisation as ACCESS wrote it; for an access object made without it,
 // the organisation its class stands for.
-std::string organisationOf(_ADObject* access) {
+std::string organisationOf(_DSDBDaccess* access) {
     if (!access) return {};
-    std::string written = str(static_cast<_DSDBDaccess*>(access)->_get_dliAccess());
+    std::string written = str(access->_get_dliAccess());
     if (organisationNamed(written)) return written;
-    if (access->isKindOf("DSDBDhidam")) return "HIDAM";
-    if (access->isKindOf("DSDBDhdam")) return "HDAM";
-    if (access->isKindOf("DSDBDdedb")) return "DEDB";
-    if (access->isKindOf("DSDBDindex")) return "INDEX";
-    if (access->isKindOf("DSDBDmsdb")) return "MSDB";
+    if (kr::isa<_DSDBDhidam>(access)) return "HIDAM";
+    if (kr::isa<_DSDBDhdam>(access)) return "HDAM";
+    if (kr::isa<_DSDBDdedb>(access)) return "DEDB";
+    if (kr::isa<_DSDBDindex>(access)) return "INDEX";
+    if (kr::isa<_DSDBDmsdb>(access)) return "MSDB";
     return written;
 }
 }  // namespace
 
 DbdFacts::DbdFacts(_DSDBD* d) : dbd(d), name(str(d->_get_strDBDName())) {
-    access = firstFar(d->_get_dliAccess());
+    access = kr::targetsOf<DSDefinedByAccess>(d->_get_dliAccess()).first();
     organisation = organisationOf(access);
     org = organisationNamed(organisation);
     segments.reserve(static_cast<std::size_t>(d->_get_segments()->count()));
-    for (const ADObject& l : *d->_get_segments()) {
-        auto* s = static_cast<_DSSegment*>(farEnd(l, true));
-        if (!s || segmentIndex.count(s)) continue;
+    for (_DSSegment* s : kr::targetsOf<DSContainsSegment>(d->_get_segments())) {
+        if (segmentIndex.count(s)) continue;
         segmentIndex.emplace(s, static_cast<int>(segments.size()));
         SegmentFacts f{s, str(s->_get_strSegmentName()), {}, -1, 1, {}, 0};
         f.path = name + "/" + f.name;
-        for (const ADObject& fl : *s->_get_fields()) {
-            auto* field = static_cast<_DSField*>(farEnd(fl, true));
-            if (!field) continue;
+        for (_DSField* field : kr::targetsOf<DSHasField>(s->_get_fields())) {
             std::string fieldName = str(field->_get_strFieldName());
             DSSDDAlias* alias = fieldName.empty() ? field->_getFirst_fldName() : nullptr;
             if (alias) fieldName = str((*alias)->_get_adName());
@@ -45,7 +44,7 @@ DbdFacts::DbdFacts(_DSDBD* d) : dbd(d), name(str(d->_get_strDBDName())) {
         segments.push_back(std::move(f));
     }
     for (SegmentFacts& s : segments)
-        if (_ADObject* p = firstFar(s.segment->_get_physicalParent())) {
+        if (_DSSegment* p = kr::targetsOf<DSParent>(s.segment->_get_physicalParent()).first()) {
             auto it = segmentIndex.find(p);
             if (it != segmentIndex.end()) s.parent = it->second;
         }
@@ -65,19 +64,19 @@ PsbFacts::PsbFacts(_DSPSB* p) : psb(p), name(str(p->_get_strPSBName())) {
     std::unordered_map<const _DSDBD*, const DbdFacts*> known;
     int number = 0;
     for (const ADObject& l : *p->_get_listPCBs()) {
-        auto* pcb = static_cast<_DSPCB*>(farEnd(l, true));
+        // Unnamed PCBs are numbered by their place in the list, a link whose PCB is gone included.
+        _DSPCB* pcb = kr::cast<_DSIncludesPCB>(l.impl())->_get_target()->operator->();
         ++number;
         if (!pcb) continue;
         PcbFacts f{pcb, {}, {}, nullptr, nullptr, nullptr, nullptr, {}};
         std::string pcbName = str(pcb->_get_strPCBAccessName());
         f.path = name + "/" + (pcbName.empty() ? "PCB" + std::to_string(number) : pcbName);
-        _ADObject* type = firstFar(pcb->_get_typeOfPCB());
-        if (type && type->isKindOf("DSPCBtp")) {
+        _DSPCBtype* type = kr::targetsOf<DSSpecifiedByType>(pcb->_get_typeOfPCB()).first();
+        if (kr::isa<_DSPCBtp>(type)) {
             f.kind = "TP";
-        } else if (type && type->isKindOf("DSPCBbased")) {
-            f.based = static_cast<_DSPCBbased*>(type);
-            f.kind = type->isKindOf("DSPCBdb") ? "DB" : str(f.based->_get_strPCBtype());
-            f.dbd = firstFar<_DSDBD>(f.based->_get_baseDBD());
+        } else if ((f.based = kr::dyn_cast<_DSPCBbased>(type))) {
+            f.kind = kr::isa<_DSPCBdb>(type) ? "DB" : str(f.based->_get_strPCBtype());
+            f.dbd = kr::targetsOf<DSBasedOn>(f.based->_get_baseDBD()).first();
             if (f.dbd) {
                 auto [it, fresh] = known.emplace(f.dbd, nullptr);
                 if (fresh) {
@@ -87,23 +86,20 @@ PsbFacts::PsbFacts(_DSPSB* p) : psb(p), name(str(p->_get_strPSBName())) {
                 f.dbdFacts = it->second;
             }
         }
-        if (f.kind == "DB") {
-            auto* db = static_cast<_DSPCBdb*>(type);
-            f.procseq = firstFar<_DSDBDindex>(db->_get_procseq());
+        if (auto* db = kr::dyn_cast<_DSPCBdb>(type)) {
+            f.procseq = kr::targetsOf<DSSequencedBy>(db->_get_procseq()).first();
             std::unordered_map<const _ADObject*, int> index;
-            for (const ADObject& sl : *db->_get_senseg()) {
-                auto* s = static_cast<_DSSenSegment*>(farEnd(sl, true));
-                if (!s) continue;
+            for (_DSSenSegment* s : kr::targetsOf<DSHasSensitive>(db->_get_senseg())) {
                 index.emplace(s, static_cast<int>(f.sensegs.size()));
-                SensegFacts sf{s, str(s->_get_strSensegName()), {}, firstFar<_DSSegment>(s->_get_targetSegment()), -1,
-                               {}};
+                SensegFacts sf{s,  str(s->_get_strSensegName()),
+                               {}, kr::targetsOf<DSMapsTo>(s->_get_targetSegment()).first(),
+                               -1, {}};
                 sf.path = f.path + "/" + sf.name;
-                if (_ADObject* parent = firstFar(s->_get_parentSenseg())) {
+                if (_DSSenSegment* parent = kr::targetsOf<DSHasParentSenseg>(s->_get_parentSenseg()).first()) {
                     auto it = index.find(parent);
                     if (it != index.end()) sf.parent = it->second;
                 }
-                for (const ADObject& fl : *s->_get_senflds())
-                    if (auto* senfld = static_cast<_DSSenField*>(farEnd(fl, true))) sf.senflds.push_back(senfld);
+                for (_DSSenField* senfld : kr::targetsOf<DSUsesSENFLD>(s->_get_senflds())) sf.senflds.push_back(senfld);
                 f.sensegs.push_back(std::move(sf));
             }
         }

@@ -77,7 +77,8 @@ void keyLength(const PsbFacts& f, Report& report) {
                 deepest = s.name;
             }
         }
-        long given = static_cast<_DSPCBdb*>(p.based)->_get_keyLength();
+        auto* db = kr::dyn_cast<_DSPCBdb>(p.based);
+        long given = db ? db->_get_keyLength() : 0;
         if (given < longest)
             report(p.pcb, p.path,
                    "KEYLEN=" + n(given) + " is shorter than the concatenated key of SENSEG " + deepest + " (" +
@@ -106,14 +107,13 @@ void procseqIndex(const PsbFacts& f, Report& report) {
         if (!p.procseq || !p.dbdFacts) continue;
         bool found = false;
         for (const SegmentFacts& s : p.dbdFacts->segments) {
-            if (found || !s.segment->isKindOf("DSSegmentComplex")) continue;
-            for (const ADObject& l : *static_cast<_DSSegmentComplex*>(s.segment)->_get_indices()) {
-                auto* x = static_cast<_DSXDFLD*>(static_cast<_KRLink*>(l.impl())->_get_target()->impl());
-                found = found || (x && firstFar(x->_get_targetDBDindex()) == p.procseq);
-            }
+            auto* complex = kr::dyn_cast<_DSSegmentComplex>(s.segment);
+            if (found || !complex) continue;
+            for (_DSXDFLD* x : kr::targetsOf<DSHasIndex>(complex->_get_indices()))
+                found = found || kr::targetsOf<DSIsUseOf>(x->_get_targetDBDindex()).first() == p.procseq;
         }
         if (!found) {
-            _DSDBD* idx = firstFar<_DSDBD>(p.procseq->_get_containingDBD(), false);
+            _DSDBD* idx = kr::sourcesOf<DSDefinedByAccess>(p.procseq->_get_containingDBD()).first();
             std::string name = idx ? str(idx->_get_strDBDName()) : "?";
             report(p.pcb, p.path,
                    "PROCSEQ=" + name + " is no secondary index of DBD " + p.dbdFacts->name + " (no XDFLD names it)");
@@ -128,7 +128,7 @@ void senfldFit(const PsbFacts& f, Report& report) {
             const SegmentFacts* seg = p.dbdFacts ? p.dbdFacts->of(s.segment) : nullptr;
             if (!seg) continue;
             for (_DSSenField* sf : s.senflds) {
-                auto* field = firstFar<_DSField>(sf->_get_targetFIELD());
+                _DSField* field = kr::targetsOf<DSUsedAsSENFLD>(sf->_get_targetFIELD()).first();
                 const FieldFacts* known = nullptr;
                 for (const FieldFacts& fl : seg->fields) known = fl.field == field ? &fl : known;
                 if (!known) {

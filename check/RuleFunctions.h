@@ -5,6 +5,8 @@
 
 #include <krmwtarn/check/Rules.h>
 
+#include <krmwtarn/model/framework/Navigation.h>
+
 #include <string>
 
 namespace krcheck::rule {

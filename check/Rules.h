@@ -41,7 +41,7 @@ struct SegmentFacts {
 struct DbdFacts {
     _DSDBD* dbd;
     std::string name;
-    _ADObject* access = nullptr;        // the access object, null when none is linked
+    _DSDBDaccess* access = nullptr;     // the access object, null when none is linked
     std::string organisation;           // as ACCESS writes it: HIDAM, PHDAM, GSAM, ...
     const Organisation* org = nullptr;  // what that organisation is; null for one the table lacks
     std::vector<SegmentFacts> segments;
@@ -101,30 +101,6 @@ struct KRMWTARN_API Rule {
 
 // Every rule, DBD rules first, in the order findings are reported.
 KRMWTARN_API std::span<const Rule> rules() noexcept;
-
-// The object at the far end of a link held in a role: its target when the
-// role's owner is the link's source, else its source; null when that end is not set.
-inline _ADObject* farEnd(const ADObject& link, bool ownerIsSource = true) {
-    auto* l = static_cast<_KRLink*>(link.impl());
-    ADObject* end = ownerIsSource ? l->_get_target() : l->_get_source();
-    return end ? end->impl() : nullptr;
-}
-
-// The object at the far end of the first link in `role` whose far end is set.
-template <class T = _ADObject>
-T* firstFar(DSModelCollection* role, bool ownerIsSource = true) {
-    for (const ADObject& l : *role)
-        if (_ADObject* end = farEnd(l, ownerIsSource)) return static_cast<T*>(end);
-    return nullptr;
-}
-
-// The far ends of every link in `role` that are set, in the role's order.
-inline std::vector<_ADObject*> farEnds(DSModelCollection* role, bool ownerIsSource = true) {
-    std::vector<_ADObject*> out;
-    for (const ADObject& l : *role)
-        if (_ADObject* end = farEnd(l, ownerIsSource)) out.push_back(end);
-    return out;
-}
 
 // A name of the generation language: 1 to 8 letters, digits, @, # or $, the
 // first not a digit.

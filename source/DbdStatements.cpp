@@ -24,7 +24,7 @@ _ADObject* Loader::findSegment(const std::string& dbd, const std::string& seg) {
 }
 
 std::string Loader::fieldId(_ADObject* segment, const std::string& field) {
-    const char* seg = static_cast<_DSSegment*>(segment)->_get_strSegmentName();
+    const char* seg = kr::cast<_DSSegment>(segment)->_get_strSegmentName();
     return std::string(seg ? seg : "") + "." + field + "@" + segment->objID();
 }
 
@@ -33,13 +33,13 @@ _ADObject* Loader::findField(_ADObject* segment, const std::string& field) {
 }
 
 _ADObject* Loader::accessOf(_ADObject* dbd) {
-    DSDBDaccess* a = static_cast<_DSDBD*>(dbd)->_getFirst_dliAccess();
+    DSDBDaccess* a = kr::cast<_DSDBD>(dbd)->_getFirst_dliAccess();
     return a ? a->impl() : nullptr;
 }
 
 _ADObject* Loader::indexAccessOf(_ADObject* dbd) {
     _ADObject* a = dbd ? accessOf(dbd) : nullptr;
-    return a && a->isKindOf("DSDBDindex") ? a : nullptr;
+    return kr::isa<_DSDBDindex>(a) ? a : nullptr;
 }
 
 _ADObject* Loader::dbdNamed(Operands& ops, Kw k, const Value* v) {
@@ -62,7 +62,7 @@ _ADObject* Loader::fieldNamed(Operands& ops, Kw k, const Value* v, _ADObject* se
     _ADObject* f = name.empty() ? nullptr : findField(segment, name);
     if (!f && !name.empty())
         diags_.error(v->at, ops.name(k) + ": no field " + name + " in segment " +
-                                static_cast<_DSSegment*>(segment)->_get_strSegmentName());
+                                kr::cast<_DSSegment>(segment)->_get_strSegmentName());
     return f;
 }
 
@@ -215,7 +215,7 @@ void Loader::dbdStatement(const Statement& st) {
             std::string module = ops.textAt(Kw::DBD_RMNAME, rm->item(0));
             if (!module.empty()) a->_set_rmName(module.c_str(), omStore);
             if (hdam) {
-                auto* h = static_cast<_DSDBDhdam*>(a.operator->());
+                auto* h = kr::cast<_DSDBDhdam>(a.operator->());
                 if (auto n = ops.numberAt(Kw::DBD_RMNAME, rm->item(1), 0, 32767))
                     h->_set_rootAnchorPoints(static_cast<short>(*n), omStore);
                 if (auto n = ops.numberAt(Kw::DBD_RMNAME, rm->item(2), 0, 2147483647))
@@ -244,7 +244,7 @@ void Loader::dbdStatement(const Statement& st) {
     if (rm && org != Access::Hdam && org != Access::Dedb)
         diags_.warning(ops.at(Kw::DBD_RMNAME),
                        "DBD RMNAME: only HDAM, PHDAM and DEDB databases have a randomizing module; ignored");
-    auto* a = static_cast<_DSDBDaccess*>(d_.access.impl());
+    auto* a = kr::cast<_DSDBDaccess>(d_.access.impl());
     a->_set_dliAccess(d_.kind.c_str(), omStore);
     if (os == "VSAM") a->_set_osAccess(1, omStore);
     if (auto p = ops.yesNo(Kw::DBD_PASSWD)) a->_set_passwordFlag(*p, omStore);
@@ -398,7 +398,7 @@ void Loader::datasetStatement(const Statement& st) {
         if (d_.kind != "MSDB") {
             diags_.error(ops.at(Kw::DATASET_REL), "DATASET REL: only an MSDB has a relation type");
         } else if (rel) {
-            auto* m = static_cast<_DSDBDmsdb*>(d_.access.impl());
+            auto* m = kr::cast<_DSDBDmsdb>(d_.access.impl());
             std::string type = ops.textAt(Kw::DATASET_REL, rel->item(0)),
                         field = ops.textAt(Kw::DATASET_REL, rel->item(1));
             if (!type.empty()) m->_set_msdbType(type.c_str(), omStore);
@@ -456,7 +456,7 @@ void Loader::closeSegment() {
     if (!d_.indexPending) return;
     d_.indexPending = false;
     if (d_.indexUsed) return;
-    if (!d_.access->isKindOf("DSDBDhidam")) {
+    if (!kr::isa<_DSDBDhidam>(d_.access.impl())) {
         diags_.error(d_.indexAt,
                      "LCHILD: an index LCHILD without an XDFLD is a primary index, which only an HIDAM "
                      "or PHIDAM DBD has");
@@ -499,7 +499,7 @@ void Loader::endDbd(const Definition& def) {
     if (d_.kind == "LOGICAL" && !d_.logicalDataset)
         diags_.warning(d_.at, "DBD " + d_.name + ": a logical DBD has a DATASET LOGICAL statement; none is given");
     // An HIDAM database's root sequence field is its root segment's sequence field.
-    if (d_.access->isKindOf("DSDBDhidam") && !d_.rootSegment.isEmpty()) {
+    if (kr::isa<_DSDBDhidam>(d_.access.impl()) && !d_.rootSegment.isEmpty()) {
         auto root = as<DSSegment>(d_.rootSegment.impl());
         for (DSField* f = root->_getFirst_fields(); f; f = root->_getNext_fields())
             if ((*f)->_get_sequenceField()) {

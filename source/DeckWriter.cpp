@@ -7,6 +7,8 @@
 #include <krmwtarn/source/FieldGeometry.h>
 #include <krmwtarn/source/Language.h>
 
+#include <krmwtarn/model/framework/Navigation.h>
+
 #include <cassert>
 #include <cctype>
 #include <string_view>
@@ -112,58 +114,42 @@ std::string exitValue(_DSExit* x) {
     return list(items, false);
 }
 
-template <class Role>
-std::string exitsValue(Role& exits) {
+template <class Link>
+std::string exitsValue(DSModelCollection* exits) {
     std::vector<std::string> all;
-    for (const ADObject& l : exits)
-        all.push_back(exitValue(static_cast<_DSExit*>(static_cast<_KRLink*>(l.impl())->_get_target()->impl())));
+    for (_DSExit* x : kr::targetsOf<Link>(exits)) all.push_back(exitValue(x));
     if (all.size() == 1) return all[0];
     return list(all, false);
 }
 
-// The far ends of a role's links, through the untyped link ends.
-std::vector<_ADObject*> targets(DSModelCollection* role) {
-    std::vector<_ADObject*> out;
-    for (const ADObject& l : *role) out.push_back(static_cast<_KRLink*>(l.impl())->_get_target()->impl());
-    return out;
+// The object at an end of a link in hand.
+template <class Handle>
+auto* endOf(Handle* end) noexcept {
+    return end->operator->();
 }
-std::vector<_ADObject*> sources(DSModelCollection* role) {
-    std::vector<_ADObject*> out;
-    for (const ADObject& l : *role) out.push_back(static_cast<_KRLink*>(l.impl())->_get_source()->impl());
-    return out;
+
+std::string segName(_DSSegment* s) { return str(s->_get_strSegmentName()); }
+std::string dbdOf(_DSSegment* s) {
+    _DSDBD* d = kr::sourcesOf<DSContainsSegment>(s->_get_containingDBD()).first();
+    return d ? str(d->_get_strDBDName()) : std::string();
 }
-_ADObject* firstTarget(DSModelCollection* role) {
-    auto t = targets(role);
-    return t.empty() ? nullptr : t[0];
-}
-_ADObject* firstSource(DSModelCollection* role) {
-    auto s = sources(role);
-    return s.empty() ? nullptr : s[0];
-}
-std::string segName(_ADObject* s) { return str(static_cast<_DSSegment*>(s)->_get_strSegmentName()); }
-std::string dbdOf(_ADObject* s) {
-    _ADObject* d = firstSource(static_cast<_DSSegment*>(s)->_get_containingDBD());
-    return d ? str(static_cast<_DSDBD*>(d)->_get_strDBDName()) : std::string();
-}
-_ADObject* rootOf(_DSDBD* dbd) {
-    for (_ADObject* s : targets(dbd->_get_segments()))
-        if (static_cast<_DSSegment*>(s)->_get_physicalParent()->count() == 0) return s;
+_DSSegment* rootOf(_DSDBD* dbd) {
+    for (_DSSegment* s : kr::targetsOf<DSContainsSegment>(dbd->_get_segments()))
+        if (s->_get_physicalParent()->count() == 0) return s;
     return nullptr;
 }
 // The DBD of an access object and that DBD's root segment, as an LCHILD names them.
-std::string lchildName(_ADObject* access) {
-    _ADObject* d = firstSource(static_cast<_DSDBDaccess*>(access)->_get_containingDBD());
+std::string lchildName(_DSDBDaccess* access) {
+    _DSDBD* d = kr::sourcesOf<DSDefinedByAccess>(access->_get_containingDBD()).first();
     if (!d) return {};
-    _ADObject* root = rootOf(static_cast<_DSDBD*>(d));
-    return list({root ? val(segName(root)) : std::string(), val(str(static_cast<_DSDBD*>(d)->_get_strDBDName()))},
-                false);
+    _DSSegment* root = rootOf(d);
+    return list({root ? val(segName(root)) : std::string(), val(str(d->_get_strDBDName()))}, false);
 }
 
 void datasetStatement(Deck& deck, _DSDSColl* group) {
-    std::string dd = str(static_cast<_DSTARNDDname*>(group->_get_target()->impl())->_get_ddsName());
+    std::string dd = str(endOf(group->_get_target())->_get_ddsName());
     std::string label;
-    if (_ADObject* a = firstTarget(group->_get_areaAttributes())) {
-        auto* area = static_cast<_DSArea*>(a);
+    if (_DSArea* area = kr::targetsOf<DSHasArea>(group->_get_areaAttributes()).first()) {
         Ops ops(Stmt::AREA);
         ops.add("DD1", val(dd));
         ops.add("SIZE", num(area->_get_areaSize()));
@@ -176,11 +162,11 @@ void datasetStatement(Deck& deck, _DSDSColl* group) {
     }
     Ops ops(Stmt::DATASET);
     ops.add("DD1", val(dd));
-    auto* ds = static_cast<_DSTARNDataset*>(firstTarget(group->_get_datasetAttributes()));
+    _DSTARNDataset* ds = kr::targetsOf<DSHasDataset>(group->_get_datasetAttributes()).first();
     if (ds) {
         label = str(ds->_get_datasetLabel());
-        if (_ADObject* o = firstTarget(ds->_get_dd2()))
-            ops.add("OVFLW", val(str(static_cast<_DSTARNDDname*>(o)->_get_ddsName())));
+        if (_DSTARNDDname* o = kr::targetsOf<DSHasOverflow>(ds->_get_dd2()).first())
+            ops.add("OVFLW", val(str(o->_get_ddsName())));
     }
     ops.add("DEVICE", val(str(group->_get_dsDevice())));
     ops.add("MODEL", val(str(group->_get_dsModel())));
@@ -196,23 +182,21 @@ void datasetStatement(Deck& deck, _DSDSColl* group) {
     deck.statement(label, ops);
 }
 
-void segmentStatements(Deck& deck, _DSDBD* dbd, _ADObject* s) {
-    auto* seg = static_cast<_DSSegment*>(s);
-    bool complex = s->isKindOf("DSSegmentComplex") != 0;
-    auto* cx = complex ? static_cast<_DSSegmentComplex*>(s) : nullptr;
+void segmentStatements(Deck& deck, _DSDBD* dbd, _DSSegment* seg) {
+    auto* cx = kr::dyn_cast<_DSSegmentComplex>(seg);
     Ops ops(Stmt::SEGM);
-    ops.add("NAME", val(segName(s)));
+    ops.add("NAME", val(segName(seg)));
     // PARENT=((parent[,pointer])[,(logical parent,kind,dbd)])
     std::string physical;
     for (const ADObject& l : *seg->_get_physicalParent()) {
-        auto* p = static_cast<_DSParent*>(l.impl());
-        physical = list({val(segName(p->_get_target()->impl())), val(str(p->_get_pcPointer()))});
+        auto* p = kr::cast<_DSParent>(l.impl());
+        physical = list({val(segName(endOf(p->_get_target()))), val(str(p->_get_pcPointer()))});
     }
     _DSLChild* logical = nullptr;
     if (cx)
-        for (const ADObject& l : *cx->_get_logParent()) logical = static_cast<_DSLChild*>(l.impl());
+        for (const ADObject& l : *cx->_get_logParent()) logical = kr::cast<_DSLChild>(l.impl());
     if (logical) {
-        _ADObject* lp = logical->_get_source()->impl();
+        _DSSegmentComplex* lp = endOf(logical->_get_source());
         std::string p = physical.empty() ? "0" : physical;
         if (p.front() != '(') p = "(" + p + ")";
         ops.add("PARENT", "(" + p + "," +
@@ -251,25 +235,23 @@ void segmentStatements(Deck& deck, _DSDBD* dbd, _ADObject* s) {
         ops.add("RULES", list({codes, val(place)}, false));
     else
         ops.add("RULES", codes.empty() ? val(place) : codes);
-    if (s->isKindOf("DSSegmentLogical")) {
+    if (auto* logicalSeg = kr::dyn_cast<_DSSegmentLogical>(seg)) {
         std::vector<std::string> all;
-        for (const ADObject& l : *static_cast<_DSSegmentLogical*>(s)->_get_sourceSegments()) {
-            auto* src = static_cast<_DSSource*>(l.impl());
-            _ADObject* t = src->_get_target()->impl();
+        for (const ADObject& l : *logicalSeg->_get_sourceSegments()) {
+            auto* src = kr::cast<_DSSource>(l.impl());
+            _DSSegment* t = endOf(src->_get_target());
             all.push_back(list({val(segName(t)), src->_get_dataAlso() ? "DATA" : "KEY", val(dbdOf(t))}, false));
         }
         if (!all.empty()) ops.add("SOURCE", list(all, false));
     }
-    if (_ADObject* r = firstTarget(seg->_get_compRoutine())) {
-        auto* c = static_cast<_DSCompRoutine*>(r);
+    if (_DSCompRoutine* c = kr::targetsOf<DSCompressedBy>(seg->_get_compRoutine()).first()) {
         std::vector<std::string> items = {val(str(c->_get_routine()))};
         items.push_back(c->_get_dataOnly() ? "DATA" : "");
         if (c->_get_initialization()) items.push_back("INIT");
         ops.add("COMPRTN", list(items));
     }
-    if (seg->_get_exits()->count()) ops.add("EXIT", exitsValue(*seg->_get_exits()));
-    if (s->isKindOf("DSSegmentDEDB")) {
-        auto* d = static_cast<_DSSegmentDEDB*>(s);
+    if (seg->_get_exits()->count()) ops.add("EXIT", exitsValue<DSUsesSEGMExit>(seg->_get_exits()));
+    if (auto* d = kr::dyn_cast<_DSSegmentDEDB>(seg)) {
         if (d->_get_directDependent()) ops.add("TYPE", "DIR");
         ops.add("SSPTR", num(d->_get_subsetPointers()));
     }
@@ -277,8 +259,7 @@ void segmentStatements(Deck& deck, _DSDBD* dbd, _ADObject* s) {
         ops.add("EXTERNALNAME", val(str((*alias)->_get_adName())));
     deck.statement("", ops);
 
-    for (_ADObject* f : targets(seg->_get_fields())) {
-        auto* field = static_cast<_DSField*>(f);
+    for (_DSField* field : kr::targetsOf<DSHasField>(seg->_get_fields())) {
         Ops fo(Stmt::FIELD);
         std::string name = val(str(field->_get_strFieldName()));
         if (!name.empty())
@@ -293,29 +274,27 @@ void segmentStatements(Deck& deck, _DSDBD* dbd, _ADObject* s) {
         deck.statement("", fo);
     }
 
-    _ADObject* access = firstTarget(dbd->_get_dliAccess());
+    _DSDBDaccess* access = kr::targetsOf<DSDefinedByAccess>(dbd->_get_dliAccess()).first();
     // The primary index, named under the HIDAM root.
-    if (access && access->isKindOf("DSDBDhidam") && s == rootOf(dbd))
-        if (_ADObject* idx = firstTarget(static_cast<_DSDBDhidam*>(access)->_get_primaryIndex())) {
+    if (auto* hidam = kr::dyn_cast<_DSDBDhidam>(access); hidam && seg == rootOf(dbd))
+        if (_DSDBDindex* idx = kr::targetsOf<DSIndex>(hidam->_get_primaryIndex()).first()) {
             Ops lo(Stmt::LCHILD);
             lo.add("NAME", lchildName(idx));
             lo.add("POINTER", "INDX");
             deck.statement("", lo);
         }
     // The index DBD's own LCHILD, towards what it indexes.
-    if (access && access->isKindOf("DSDBDindex") && s == rootOf(dbd)) {
-        auto* index = static_cast<_DSDBDindex*>(access);
-        for (_ADObject* h : sources(index->_get_primaryIndexTarget())) {
+    if (auto* index = kr::dyn_cast<_DSDBDindex>(access); index && seg == rootOf(dbd)) {
+        for (_DSDBDhidam* h : kr::sourcesOf<DSIndex>(index->_get_primaryIndexTarget())) {
             Ops lo(Stmt::LCHILD);
             lo.add("NAME", lchildName(h));
-            _ADObject* seqField = firstTarget(static_cast<_DSDBDhidam*>(h)->_get_rootSequenceField());
-            if (seqField) lo.add("INDEX", val(str(static_cast<_DSField*>(seqField)->_get_strFieldName())));
+            if (_DSField* seqField = kr::targetsOf<DSHasRootSequence>(h->_get_rootSequenceField()).first())
+                lo.add("INDEX", val(str(seqField->_get_strFieldName())));
             lo.add("POINTER", "INDX");
             deck.statement("", lo);
         }
-        for (_ADObject* x : sources(index->_get_secondaryIndexTarget())) {
-            auto* xd = static_cast<_DSXDFLD*>(x);
-            _ADObject* target = firstSource(xd->_get_sourceSEGMcmpx());
+        for (_DSXDFLD* xd : kr::sourcesOf<DSIsUseOf>(index->_get_secondaryIndexTarget())) {
+            _DSSegmentComplex* target = kr::sourcesOf<DSHasIndex>(xd->_get_sourceSEGMcmpx()).first();
             if (!target) continue;
             Ops lo(Stmt::LCHILD);
             lo.add("NAME", list({val(segName(target)), val(dbdOf(target))}, false));
@@ -326,33 +305,34 @@ void segmentStatements(Deck& deck, _DSDBD* dbd, _ADObject* s) {
     }
     if (!cx) return;
     for (const ADObject& l : *cx->_get_logChildren()) {
-        auto* rel = static_cast<_DSLChild*>(l.impl());
-        _ADObject* child = rel->_get_target()->impl();
+        auto* rel = kr::cast<_DSLChild>(l.impl());
+        _DSSegmentComplex* child = endOf(rel->_get_target());
         Ops lo(Stmt::LCHILD);
         lo.add("NAME", list({val(segName(child)), val(dbdOf(child))}, false));
         lo.add("POINTER", val(str(rel->_get_lcPointer())));
-        if (_ADObject* pair = firstTarget(rel->_get_pairedSegment())) lo.add("PAIR", val(segName(pair)));
+        if (_DSSegmentComplex* pair = kr::targetsOf<DSHasPair>(rel->_get_pairedSegment()).first())
+            lo.add("PAIR", val(segName(pair)));
         lo.add("RULES", val(str(rel->_get_rules())));
         deck.statement("", lo);
     }
-    for (_ADObject* x : targets(cx->_get_indices())) {
-        auto* xd = static_cast<_DSXDFLD*>(x);
+    for (_DSXDFLD* xd : kr::targetsOf<DSHasIndex>(cx->_get_indices())) {
         Ops lo(Stmt::LCHILD);
-        if (_ADObject* idx = firstTarget(xd->_get_targetDBDindex())) lo.add("NAME", lchildName(idx));
+        if (_DSDBDindex* idx = kr::targetsOf<DSIsUseOf>(xd->_get_targetDBDindex()).first())
+            lo.add("NAME", lchildName(idx));
         lo.add("POINTER", xd->_get_symbolic() ? "SYMB" : "INDX");
         deck.statement("", lo);
         Ops xo(Stmt::XDFLD);
         xo.add("NAME", val(str(xd->_get_xdfldName())));
-        _ADObject* source = firstTarget(xd->_get_indexSource());
-        if (source && source != s) xo.add("SEGMENT", val(segName(source)));
-        auto names = [&](DSModelCollection* role) {
+        _DSSegmentComplex* source = kr::targetsOf<DSHasIndexSource>(xd->_get_indexSource()).first();
+        if (source && source != cx) xo.add("SEGMENT", val(segName(source)));
+        auto names = [](auto fields) {
             std::vector<std::string> n;
-            for (_ADObject* f : targets(role)) n.push_back(val(str(static_cast<_DSField*>(f)->_get_strFieldName())));
+            for (_DSField* f : fields) n.push_back(val(str(f->_get_strFieldName())));
             return list(n);
         };
-        xo.add("SRCH", names(xd->_get_search()));
-        xo.add("SUBSEQ", names(xd->_get_subseq()));
-        xo.add("DDATA", names(xd->_get_ddata()));
+        xo.add("SRCH", names(kr::targetsOf<DSHasSearch>(xd->_get_search())));
+        xo.add("SUBSEQ", names(kr::targetsOf<DSHasSubsequence>(xd->_get_subseq())));
+        xo.add("DDATA", names(kr::targetsOf<DSHasDuplicateData>(xd->_get_ddata())));
         xo.add("NULLVAL", val(str(xd->_get_nullValue())));
         xo.add("EXTRTN", val(str(xd->_get_exitRoutine())));
         xo.add("CONST", val(str(xd->_get_constant())));
@@ -399,36 +379,33 @@ std::string writeDbdDeck(_DSDBD* dbd) {
     Deck deck;
     Ops ops(Stmt::DBD);
     ops.add("NAME", val(str(dbd->_get_strDBDName())));
-    _ADObject* access = firstTarget(dbd->_get_dliAccess());
+    _DSDBDaccess* access = kr::targetsOf<DSDefinedByAccess>(dbd->_get_dliAccess()).first();
     if (access) {
-        auto* a = static_cast<_DSDBDaccess*>(access);
-        std::vector<std::string> items = {val(str(a->_get_dliAccess()))};
-        if (a->_get_osAccess()) items.push_back("VSAM");
-        if (access->isKindOf("DSDBDindex")) {
-            if (static_cast<_DSDBDindex*>(access)->_get_protect()) items.push_back("PROT");
-            if (static_cast<_DSDBDindex*>(access)->_get_dosCompatibility()) items.push_back("DOSCOMP");
+        std::vector<std::string> items = {val(str(access->_get_dliAccess()))};
+        if (access->_get_osAccess()) items.push_back("VSAM");
+        if (auto* index = kr::dyn_cast<_DSDBDindex>(access)) {
+            if (index->_get_protect()) items.push_back("PROT");
+            if (index->_get_dosCompatibility()) items.push_back("DOSCOMP");
         }
         ops.add("ACCESS", list(items));
-        if (access->isKindOf("DSDBDhdam")) {
-            auto* h = static_cast<_DSDBDhdam*>(access);
+        if (auto* h = kr::dyn_cast<_DSDBDhdam>(access)) {
             ops.add("RMNAME", list({val(str(h->_get_rmName())), num(h->_get_rootAnchorPoints()),
                                     num(h->_get_relativeBlockNumber()), num(h->_get_rootMaxBytes())}));
-        } else if (access->isKindOf("DSDBDdedb")) {
-            ops.add("RMNAME", val(str(static_cast<_DSDBDdedb*>(access)->_get_rmName())));
+        } else if (auto* dedb = kr::dyn_cast<_DSDBDdedb>(access)) {
+            ops.add("RMNAME", val(str(dedb->_get_rmName())));
         }
-        ops.yes("PASSWD", a->_get_passwordFlag());
+        ops.yes("PASSWD", access->_get_passwordFlag());
     }
-    if (dbd->_get_exits()->count()) ops.add("EXIT", exitsValue(*dbd->_get_exits()));
+    if (dbd->_get_exits()->count()) ops.add("EXIT", exitsValue<DSUsesDBDExit>(dbd->_get_exits()));
     ops.add("VERSION", val(str(dbd->_get_versionString())));
     deck.statement("", ops);
     // A logical DBD's one dataset statement.
-    if (access && str(static_cast<_DSDBDaccess*>(access)->_get_dliAccess()) == "LOGICAL") {
+    if (access && str(access->_get_dliAccess()) == "LOGICAL") {
         Ops lo(Stmt::DATASET);
         lo.add("LOGICAL", "LOGICAL");
         deck.statement("", lo);
     }
-    if (access && access->isKindOf("DSDBDmsdb")) {
-        auto* m = static_cast<_DSDBDmsdb*>(access);
+    if (auto* m = kr::dyn_cast<_DSDBDmsdb>(access)) {
         Ops mo(Stmt::DATASET);
         mo.add("REL", list({val(str(m->_get_msdbType())), val(str(m->_get_msdbField()))}));
         if (!mo.empty()) deck.statement("", mo);
@@ -437,32 +414,34 @@ std::string writeDbdDeck(_DSDBD* dbd) {
     // Dataset groups: those that hold segments just before their first segment;
     // the others first, or last when some segment belongs to no dataset (a
     // DATASET statement holds the segments that follow it).
-    std::vector<_ADObject*> segments = targets(dbd->_get_segments());
+    std::vector<_DSSegment*> segments;
+    for (_DSSegment* s : kr::targetsOf<DSContainsSegment>(dbd->_get_segments())) segments.push_back(s);
     std::vector<_DSDSColl*> groups;
-    for (const ADObject& l : *dbd->_get_datasets()) groups.push_back(static_cast<_DSDSColl*>(l.impl()));
-    auto datasetOf = [](_ADObject* s) -> _ADObject* {
-        return s->isKindOf("DSSegmentComplex") ? firstTarget(static_cast<_DSSegmentComplex*>(s)->_get_dataset())
-                                               : nullptr;
+    for (const ADObject& l : *dbd->_get_datasets()) groups.push_back(kr::cast<_DSDSColl>(l.impl()));
+    auto datasetOf = [](_DSSegment* s) -> _DSTARNDataset* {
+        auto* cx = kr::dyn_cast<_DSSegmentComplex>(s);
+        return cx ? kr::targetsOf<DSIsPartOf>(cx->_get_dataset()).first() : nullptr;
     };
-    auto groupOf = [&](_ADObject* ds) -> _DSDSColl* {
+    auto attributesOf = [](_DSDSColl* g) { return kr::targetsOf<DSHasDataset>(g->_get_datasetAttributes()).first(); };
+    auto groupOf = [&](_DSTARNDataset* ds) -> _DSDSColl* {
         for (_DSDSColl* g : groups)
-            if (firstTarget(g->_get_datasetAttributes()) == ds) return g;
+            if (attributesOf(g) == ds) return g;
         return nullptr;
     };
     bool looseSegments = false;
     std::vector<_DSDSColl*> empty;
-    for (_ADObject* s : segments) looseSegments = looseSegments || !datasetOf(s);
+    for (_DSSegment* s : segments) looseSegments = looseSegments || !datasetOf(s);
     for (_DSDSColl* g : groups) {
-        _ADObject* ds = firstTarget(g->_get_datasetAttributes());
+        _DSTARNDataset* ds = attributesOf(g);
         bool used = false;
-        for (_ADObject* s : segments) used = used || (ds && datasetOf(s) == ds);
+        for (_DSSegment* s : segments) used = used || (ds && datasetOf(s) == ds);
         if (!used) empty.push_back(g);
     }
     if (!looseSegments)
         for (_DSDSColl* g : empty) datasetStatement(deck, g);
-    _ADObject* current = nullptr;
-    for (_ADObject* s : segments) {
-        _ADObject* ds = datasetOf(s);
+    _DSTARNDataset* current = nullptr;
+    for (_DSSegment* s : segments) {
+        _DSTARNDataset* ds = datasetOf(s);
         if (ds && ds != current) {
             if (_DSDSColl* g = groupOf(ds)) datasetStatement(deck, g);
             current = ds;
@@ -479,20 +458,19 @@ std::string writeDbdDeck(_DSDBD* dbd) {
 
 std::string writePsbDeck(_DSPSB* psb) {
     Deck deck;
-    for (_ADObject* p : targets(psb->_get_listPCBs())) {
-        auto* pcb = static_cast<_DSPCB*>(p);
-        _ADObject* type = firstTarget(pcb->_get_typeOfPCB());
-        if (!type) continue;
+    for (_DSPCB* pcb : kr::targetsOf<DSIncludesPCB>(psb->_get_listPCBs())) {
+        _DSPCBtype* type = kr::targetsOf<DSSpecifiedByType>(pcb->_get_typeOfPCB()).first();
+        auto* tp = kr::dyn_cast<_DSPCBtp>(type);
+        auto* based = kr::dyn_cast<_DSPCBbased>(type);
+        // A PCB of no type, or of none that a deck can state, is passed over.
+        if (!tp && !based) continue;
         Ops ops(Stmt::PCB);
         std::string name = val(str(pcb->_get_strPCBAccessName()));
-        if (type->isKindOf("DSPCBtp")) {
-            auto* tp = static_cast<_DSPCBtp*>(type);
+        if (tp) {
             ops.add("TYPE", "TP");
             std::vector<std::string> names, lterms;
-            for (_ADObject* d : targets(tp->_get_destination())) {
-                auto* dest = static_cast<_DSOutputDest*>(d);
+            for (_DSOutputDest* dest : kr::targetsOf<DSRefersTo>(tp->_get_destination()))
                 (dest->_get_destinationType() ? lterms : names).push_back(val(str(dest->_get_ltermName())));
-            }
             ops.add("NAME", list(names));
             ops.add("LTERM", list(lterms));
             ops.yes("ALTRESP", tp->_get_alternateResponse());
@@ -504,32 +482,28 @@ std::string writePsbDeck(_DSPSB* psb) {
             deck.statement("", ops);
             continue;
         }
-        auto* based = static_cast<_DSPCBbased*>(type);
-        bool db = type->isKindOf("DSPCBdb") != 0;
-        ops.add("TYPE", db ? "DB" : "GSAM");
-        if (_ADObject* d = firstTarget(based->_get_baseDBD()))
-            ops.add("DBDNAME", val(str(static_cast<_DSDBD*>(d)->_get_strDBDName())));
+        auto* dbt = kr::dyn_cast<_DSPCBdb>(based);
+        ops.add("TYPE", dbt ? "DB" : "GSAM");
+        if (_DSDBD* d = kr::targetsOf<DSBasedOn>(based->_get_baseDBD()).first())
+            ops.add("DBDNAME", val(str(d->_get_strDBDName())));
         ops.add("PROCOPT", val(str(based->_get_procoptPCB())));
-        auto* dbt = db ? static_cast<_DSPCBdb*>(type) : nullptr;
         if (dbt) {
             ops.add("KEYLEN", num(dbt->_get_keyLength()));
             if (char c = dbt->_get_positioning()) ops.add("POS", std::string(1, c));
-            if (_ADObject* idx = firstTarget(dbt->_get_procseq())) {
-                _ADObject* d = firstSource(static_cast<_DSDBDaccess*>(idx)->_get_containingDBD());
-                if (d) ops.add("PROCSEQ", val(str(static_cast<_DSDBD*>(d)->_get_strDBDName())));
-            }
+            if (_DSDBDindex* idx = kr::targetsOf<DSSequencedBy>(dbt->_get_procseq()).first())
+                if (_DSDBD* d = kr::sourcesOf<DSDefinedByAccess>(idx->_get_containingDBD()).first())
+                    ops.add("PROCSEQ", val(str(d->_get_strDBDName())));
         }
         ops.add("PCBNAME", name);
         ops.yes("LIST", pcb->_get_list());
         if (dbt) ops.add("SB", val(str(dbt->_get_sequentialBuffering())));
         deck.statement("", ops);
         if (!dbt) continue;
-        for (_ADObject* s : targets(dbt->_get_senseg())) {
-            auto* sense = static_cast<_DSSenSegment*>(s);
+        for (_DSSenSegment* sense : kr::targetsOf<DSHasSensitive>(dbt->_get_senseg())) {
             Ops so(Stmt::SENSEG);
             so.add("NAME", val(str(sense->_get_strSensegName())));
-            if (_ADObject* parent = firstTarget(sense->_get_parentSenseg()))
-                so.add("PARENT", val(str(static_cast<_DSSenSegment*>(parent)->_get_strSensegName())));
+            if (_DSSenSegment* parent = kr::targetsOf<DSHasParentSenseg>(sense->_get_parentSenseg()).first())
+                so.add("PARENT", val(str(parent->_get_strSensegName())));
             so.add("PROCOPT", val(str(sense->_get_procoptSENSEG())));
             char pointers[8] = {sense->_get_subsetPointer1(), sense->_get_subsetPointer2(),
                                 sense->_get_subsetPointer3(), sense->_get_subsetPointer4(),
@@ -540,16 +514,15 @@ std::string writePsbDeck(_DSPSB* psb) {
                 if (pointers[i]) ss.push_back(list({std::to_string(i + 1), std::string(1, pointers[i])}, false));
             if (!ss.empty()) so.add("SSPTR", list(ss, false));
             std::vector<std::string> indices;
-            for (_ADObject* idx : targets(sense->_get_indices()))
-                if (_ADObject* d = firstSource(static_cast<_DSDBDaccess*>(idx)->_get_containingDBD()))
-                    indices.push_back(val(str(static_cast<_DSDBD*>(d)->_get_strDBDName())));
+            for (_DSDBDindex* idx : kr::targetsOf<DSIndexedBy>(sense->_get_indices()))
+                if (_DSDBD* d = kr::sourcesOf<DSDefinedByAccess>(idx->_get_containingDBD()).first())
+                    indices.push_back(val(str(d->_get_strDBDName())));
             so.add("INDICES", list(indices));
             deck.statement("", so);
-            for (_ADObject* f : targets(sense->_get_senflds())) {
-                auto* senfld = static_cast<_DSSenField*>(f);
+            for (_DSSenField* senfld : kr::targetsOf<DSUsesSENFLD>(sense->_get_senflds())) {
                 Ops fo(Stmt::SENFLD);
-                if (_ADObject* field = firstTarget(senfld->_get_targetFIELD()))
-                    fo.add("NAME", val(str(static_cast<_DSField*>(field)->_get_strFieldName())));
+                if (_DSField* field = kr::targetsOf<DSUsedAsSENFLD>(senfld->_get_targetFIELD()).first())
+                    fo.add("NAME", val(str(field->_get_strFieldName())));
                 fo.add("START", num(senfld->_get_startPosition()));
                 fo.yes("REPL", senfld->_get_replace());
                 deck.statement("", fo);

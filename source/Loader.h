@@ -8,6 +8,7 @@
 #include <krmwtarn/source/DeckLoader.h>
 #include <krmwtarn/source/Language.h>
 
+#include <krmwtarn/model/framework/Navigation.h>
 #include <krmwtarn/platform/common/Refusals.h>
 
 #include "Operands.h"
@@ -81,7 +82,7 @@ private:
     }
     template <class H>
     static H as(_ADObject* o) {
-        return H(static_cast<decltype(std::declval<H>().operator->())>(o));
+        return H(kr::cast<kr::ImplOf<H>>(o));
     }
     // Runs a step; a refusal by the model becomes an error at the statement.
     template <class Step>

@@ -174,7 +174,7 @@ void Loader::buildPsb(const Definition& def) {
                 based->_set_strPCBtype(type.c_str(), omStore);
                 if (p.has(Kw::PCB_PROCOPT)) based->_set_procoptPCB(p.text(Kw::PCB_PROCOPT).c_str(), omStore);
                 link<DSSpecifiedByType>(&pcb, &based);
-                DSDBD base(static_cast<_DSDBD*>(dbd));
+                auto base = as<DSDBD>(dbd);
                 link<DSBasedOn>(&based, &base);
                 if (type == "DB" && p.has(Kw::PCB_PROCSEQ)) {
                     _ADObject* idxDbd = dbdNamed(p, Kw::PCB_PROCSEQ, p.value(Kw::PCB_PROCSEQ));
@@ -235,7 +235,7 @@ void Loader::buildPsb(const Definition& def) {
             }
             guarded(st.at, Stmt::SENSEG, [&] {
                 link<DSHasSensitive>(&dbType, &sense);
-                DSSegment seg(static_cast<_DSSegment*>(target));
+                auto seg = as<DSSegment>(target);
                 link<DSMapsTo>(&sense, &seg);
                 std::string parentName = s.text(Kw::SENSEG_PARENT);
                 if (!parentName.empty() && parentName != "0") {

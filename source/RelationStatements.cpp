@@ -47,7 +47,7 @@ void Loader::lchildStatement(const Statement& st) {
         return;
     }
     // A logical relationship: the current segment is the logical parent.
-    if (!d_.segment->isKindOf("DSSegmentComplex"))
+    if (!kr::isa<_DSSegmentComplex>(d_.segment.impl()))
         return diags_.error(st.at, "LCHILD: only segments of physical DBDs are logical parents");
     const Value* rulesValue = ops.value(Kw::LCHILD_RULES);
     std::string rules = rulesValue ? ops.textAt(Kw::LCHILD_RULES, rulesValue->item(0)) : std::string();
@@ -65,7 +65,7 @@ void Loader::lchildStatement(const Statement& st) {
     deferred_.push_back([=, this] {
         _ADObject* child = findSegment(childDbd, childName);
         if (!child && failedSegment(childDbd, childName)) return;
-        if (!child || !child->isKindOf("DSSegmentComplex"))
+        if (!kr::isa<_DSSegmentComplex>(child))
             return diags_.error(nameAt, "LCHILD NAME: no segment " + childName + " of a physical DBD " + childDbd);
         _ADObject* paired = nullptr;
         if (!pair.empty() && !(paired = findSegment(pairDbd, pair)))
@@ -76,14 +76,13 @@ void Loader::lchildStatement(const Statement& st) {
             auto p = as<DSSegmentComplex>(parent.impl()), c = as<DSSegmentComplex>(child);
             DSLChild rel;
             for (const ADObject& l : *c->_get_logParent())
-                if (static_cast<_DSLChild*>(l.impl())->_get_source()->impl() == parent.impl())
-                    rel = as<DSLChild>(l.impl());
+                if (kr::cast<_DSLChild>(l.impl())->_get_source()->impl() == parent.impl()) rel = as<DSLChild>(l.impl());
             if (rel.isEmpty()) rel = link<DSLChild>(&p, &c);
             rel->_set_strLPARENT(parentName.c_str(), omStore);
             if (!ptr.empty()) rel->_set_lcPointer(ptr.c_str(), omStore);
             if (!rules.empty()) rel->_set_rules(rules.c_str(), omStore);
             if (paired) {
-                if (!paired->isKindOf("DSSegmentComplex"))
+                if (!kr::isa<_DSSegmentComplex>(paired))
                     return diags_.error(pairAt, "LCHILD PAIR: segment " + pair + " is not of a physical DBD");
                 auto ps = as<DSSegmentComplex>(paired);
                 link<DSHasPair>(&rel, &ps);
@@ -99,13 +98,13 @@ void Loader::xdfldStatement(const Statement& st) {
             diags_.error(st.at, "XDFLD: no LCHILD naming an index DBD (POINTER=INDX) before it");
         return;
     }
-    if (!d_.segment->isKindOf("DSSegmentComplex"))
+    if (!kr::isa<_DSSegmentComplex>(d_.segment.impl()))
         return diags_.error(st.at, "XDFLD: only segments of physical DBDs are indexed");
     if (!ops.require(Kw::XDFLD_NAME)) return;
     d_.indexUsed = true;
     std::string name = ops.text(Kw::XDFLD_NAME);
     if (_ADObject* old = DSRegistrar::findObj("DSXDFLD", name.c_str(), version_.c_str());
-        old && static_cast<_DSXDFLD*>(old)->_get_sourceSEGMcmpx()->count() > 0)
+        old && kr::cast<_DSXDFLD>(old)->_get_sourceSEGMcmpx()->count() > 0)
         return diags_.error(ops.valueAt(Kw::XDFLD_NAME), "XDFLD NAME: an XDFLD named " + name + " is already defined");
     auto x = obtain<DSXDFLD>(name);
     x->_set_xdfldName(name.c_str(), omStore);
@@ -146,7 +145,7 @@ void Loader::xdfldStatement(const Statement& st) {
             return failedSegment(dbdName, sourceName)
                        ? void()
                        : diags_.error(sourceAt, "XDFLD SEGMENT: no segment " + sourceName + " in DBD " + dbdName);
-        if (!source->isKindOf("DSSegmentComplex"))
+        if (!kr::isa<_DSSegmentComplex>(source))
             return diags_.error(sourceAt, "XDFLD SEGMENT: segment " + sourceName + " is not of a physical DBD");
         guarded(at, Stmt::XDFLD, [&] {
             auto s = as<DSSegmentComplex>(source);
@@ -158,7 +157,7 @@ void Loader::xdfldStatement(const Statement& st) {
                     _ADObject* f = findField(source, fname);
                     if (!f) {
                         diags_.error(fat, std::string("XDFLD ") + nameOf(l.key) + ": no field " + fname +
-                                              " in segment " + static_cast<_DSSegment*>(source)->_get_strSegmentName());
+                                              " in segment " + kr::cast<_DSSegment>(source)->_get_strSegmentName());
                         continue;
                     }
                     auto field = as<DSField>(f);

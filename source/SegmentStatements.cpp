@@ -54,7 +54,7 @@ void Loader::segmStatement(const Statement& st) {
         seg = DSSegment(obtain<DSSegmentComplex>(id).operator->());
     bool complex = !logical && !dedb && !plain;
     seg->_set_strSegmentName(name.c_str(), omStore);
-    if (logical) static_cast<_DSSegmentLogical*>(seg.operator->())->_set_segmentName(name.c_str(), omStore);
+    if (logical) kr::cast<_DSSegmentLogical>(seg.operator->())->_set_segmentName(name.c_str(), omStore);
     if (const Value* b = ops.value(Kw::SEGM_BYTES)) {
         auto max = ops.numberAt(Kw::SEGM_BYTES, b->item(0), 0, 32767);
         auto min = b->size() > 1 ? ops.numberAt(Kw::SEGM_BYTES, b->item(1), 0, 32767) : max;
@@ -77,7 +77,7 @@ void Loader::segmStatement(const Statement& st) {
                              "segment of a physical DBD, not '" +
                                  codes + "'");
             else {
-                auto* c = static_cast<_DSSegmentComplex*>(seg.operator->());
+                auto* c = kr::cast<_DSSegmentComplex>(seg.operator->());
                 c->_set_insertFlag(codes[0], omStore);
                 if (codes.size() > 1) c->_set_deleteFlag(codes[1], omStore);
                 if (codes.size() > 2) c->_set_replaceFlag(codes[2], omStore);
@@ -86,7 +86,7 @@ void Loader::segmStatement(const Statement& st) {
         if (!place.empty()) seg->_set_rules(place.c_str(), omStore);
     }
     if (dedb) {
-        auto* s = static_cast<_DSSegmentDEDB*>(seg.operator->());
+        auto* s = kr::cast<_DSSegmentDEDB>(seg.operator->());
         std::string type = ops.choice(Kw::SEGM_TYPE);
         if (!type.empty()) s->_set_directDependent(type == "DIR", omStore);
         if (auto n = ops.number(Kw::SEGM_SSPTR)) s->_set_subsetPointers(static_cast<char>(*n), omStore);
@@ -134,7 +134,7 @@ void Loader::segmParent(Operands& ops, DSSegment& seg, const std::string& name, 
         }
         if (!segPointers.empty()) {
             if (complex)
-                static_cast<_DSSegmentComplex*>(seg.operator->())->_set_segmPointer(segPointers.c_str(), omStore);
+                kr::cast<_DSSegmentComplex>(seg.operator->())->_set_segmPointer(segPointers.c_str(), omStore);
             else
                 diags_.warning(ops.at(Kw::SEGM_POINTER),
                                "SEGM POINTER: only segments of physical DBDs keep pointer options; ignored");
@@ -149,7 +149,7 @@ void Loader::segmParent(Operands& ops, DSSegment& seg, const std::string& name, 
     if (parentName.empty() || parentName == "0") {
         if (d_.rootSegment.isEmpty()) d_.rootSegment = seg;
     } else if (_ADObject* p = findSegment(d_.name, parentName)) {
-        DSSegment ps(static_cast<_DSSegment*>(p));
+        auto ps = as<DSSegment>(p);
         auto l = link<DSParent>(&seg, &ps);
         std::string ptr = physical->size() > 1 ? ops.textAt(Kw::SEGM_PARENT, physical->item(1)) : std::string();
         if (!ptr.empty()) l->_set_pcPointer(ptr.c_str(), omStore);
@@ -173,7 +173,7 @@ void Loader::segmParent(Operands& ops, DSSegment& seg, const std::string& name, 
     deferred_.push_back([=, this] {
         _ADObject* lp = findSegment(lpDbd, lpName);
         if (!lp && failedSegment(lpDbd, lpName)) return;
-        if (!lp || !lp->isKindOf("DSSegmentComplex"))
+        if (!kr::isa<_DSSegmentComplex>(lp))
             return diags_.error(
                 lpAt, "SEGM PARENT: no segment " + lpName + " of a physical DBD " + lpDbd + " as logical parent");
         guarded(lpAt, Stmt::SEGM, [&] {
@@ -181,7 +181,7 @@ void Loader::segmParent(Operands& ops, DSSegment& seg, const std::string& name, 
             // The logical parent's LCHILD statement may have made the relationship already.
             DSLChild rel;
             for (const ADObject& l : *childSeg->_get_logParent())
-                if (static_cast<_DSLChild*>(l.impl())->_get_source()->impl() == lp) rel = as<DSLChild>(l.impl());
+                if (kr::cast<_DSLChild>(l.impl())->_get_source()->impl() == lp) rel = as<DSLChild>(l.impl());
             if (rel.isEmpty()) rel = link<DSLChild>(&parentSeg, &childSeg);
             if (!kind.empty()) rel->_set_virtualParent(kind.c_str(), omStore);
             if (lparnt) rel->_set_lparent(1, omStore);
@@ -218,7 +218,7 @@ void Loader::segmParts(Operands& ops, DSSegment& seg, bool logical) {
                 if (!src) return diags_.error(srcAt, "SEGM SOURCE: no segment " + srcName + " in DBD " + srcDbd);
                 guarded(srcAt, Stmt::SEGM, [&] {
                     auto ls = as<DSSegmentLogical>(logicalSeg.impl());
-                    DSSegment ss(static_cast<_DSSegment*>(src));
+                    auto ss = as<DSSegment>(src);
                     auto l = link<DSSource>(&ls, &ss);
                     l->_set_strSOURCE(srcName.c_str(), omStore);
                     if (mode == "DATA") l->_set_dataAlso(1, omStore);

@@ -123,3 +123,24 @@ TEST_F(RoundTrip, WrittenCardsStayWithinTheirColumns) {
         }
     }
 }
+
+// A PCB whose type is neither a TP nor a based one has nothing a deck can
+// state: it is passed over, and the PCBs around it are written as ever.
+TEST_F(RoundTrip, APcbOfNoStatableTypeIsPassedOver) {
+    DSPSB psb("V", "P", 1);
+    psb->_set_strPSBName("P", omStore);
+    DSPCB bare("V", "P.BARE", 1), tp("V", "P.TP", 1);
+    bare->_set_strPCBAccessName("BARE", omStore);
+    tp->_set_strPCBAccessName("TERM", omStore);
+    DSPCBtype bareType("V", "P.BARE.TYPE", 1);
+    DSPCBtp tpType("V", "P.TP.TYPE", 1);
+    DSPCBtype tpAsType(tpType.operator->());
+    DSIncludesPCB(&psb, &bare, 1);
+    DSIncludesPCB(&psb, &tp, 1);
+    DSSpecifiedByType(&bare, &bareType, 1);
+    DSSpecifiedByType(&tp, &tpAsType, 1);
+    std::string deck = krsource::writePsbDeck(psb.operator->());
+    EXPECT_EQ(deck.find("BARE"), std::string::npos) << deck;
+    EXPECT_NE(deck.find("PCB   TYPE=TP,PCBNAME=TERM\n"), std::string::npos) << deck;
+    EXPECT_NE(deck.find("PSBGEN"), std::string::npos) << deck;
+}

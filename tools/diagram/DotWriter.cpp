@@ -4,6 +4,8 @@
 // only, never to order what is written.
 #include "tools/diagram/DotWriter.h"
 
+#include <krmwtarn/model/framework/Navigation.h>
+
 #include <algorithm>
 #include <cstring>
 #include <map>
@@ -15,27 +17,24 @@ namespace {
 
 // ---- reading the model ----------------------------------------------------
 
-enum class End { source, target };
-
-// The objects at one end of each link of a role, in the role's order.
-std::vector<_ADObject*> ends(DSModelCollection* role, End end) {
-    std::vector<_ADObject*> out;
-    for (const ADObject& h : *role) {
-        auto* link = static_cast<_ADLink*>(h.impl());
-        ADObject* e = end == End::source ? link->getSource() : link->getTarget();
-        if (e && !e->isEmpty()) out.push_back(e->impl());
-    }
+// The links of a role themselves, as their class.
+template <class Link>
+std::vector<kr::ImplOf<Link>*> linksOf(DSModelCollection* role) {
+    std::vector<kr::ImplOf<Link>*> out;
+    for (const ADObject& h : *role) out.push_back(kr::cast<kr::ImplOf<Link>>(h.impl()));
     return out;
 }
-_ADObject* first(DSModelCollection* role, End end) {
-    std::vector<_ADObject*> all = ends(role, end);
-    return all.empty() ? nullptr : all.front();
-}
-// The links of a role themselves.
-std::vector<_ADObject*> links(DSModelCollection* role) {
-    std::vector<_ADObject*> out;
-    for (const ADObject& h : *role) out.push_back(h.impl());
+// The far ends of a role gathered, for counting and searching.
+template <class Range>
+std::vector<typename Range::Far*> all(const Range& range) {
+    std::vector<typename Range::Far*> out;
+    for (auto* o : range) out.push_back(o);
     return out;
+}
+// The object at an end of a link in hand, null when that end is not set.
+template <class Handle>
+auto* endOf(Handle* end) noexcept {
+    return end->operator->();
 }
 
 std::string str(const char* s) { return s ? std::string(s) : std::string(); }
@@ -43,44 +42,39 @@ std::string str(const char* s) { return s ? std::string(s) : std::string(); }
 // An object's own name attribute, else its adName, else its object ID.
 std::string nameOf(_ADObject* o) {
     std::string n;
-    if (o->isKindOf("DSDBD"))
-        n = str(static_cast<_DSDBD*>(o)->_get_strDBDName());
-    else if (o->isKindOf("DSSegment"))
-        n = str(static_cast<_DSSegment*>(o)->_get_strSegmentName());
-    else if (o->isKindOf("DSPSB"))
-        n = str(static_cast<_DSPSB*>(o)->_get_strPSBName());
-    else if (o->isKindOf("DSPCB"))
-        n = str(static_cast<_DSPCB*>(o)->_get_strPCBAccessName());
-    else if (o->isKindOf("DSSenSegment"))
-        n = str(static_cast<_DSSenSegment*>(o)->_get_strSensegName());
-    else if (o->isKindOf("DSField"))
-        n = str(static_cast<_DSField*>(o)->_get_strFieldName());
+    if (auto* dbd = kr::dyn_cast<_DSDBD>(o))
+        n = str(dbd->_get_strDBDName());
+    else if (auto* seg = kr::dyn_cast<_DSSegment>(o))
+        n = str(seg->_get_strSegmentName());
+    else if (auto* psb = kr::dyn_cast<_DSPSB>(o))
+        n = str(psb->_get_strPSBName());
+    else if (auto* pcb = kr::dyn_cast<_DSPCB>(o))
+        n = str(pcb->_get_strPCBAccessName());
+    else if (auto* sense = kr::dyn_cast<_DSSenSegment>(o))
+        n = str(sense->_get_strSensegName());
+    else if (auto* field = kr::dyn_cast<_DSField>(o))
+        n = str(field->_get_strFieldName());
     if (n.empty()) n = str(o->_get_adName());
     return n.empty() ? str(o->objID()) : n;
 }
 
-_DSDBD* dbdOfSegment(_ADObject* seg) {
-    return static_cast<_DSDBD*>(first(static_cast<_DSSegment*>(seg)->_get_containingDBD(), End::source));
+_DSDBD* dbdOfSegment(_DSSegment* seg) { return kr::sourcesOf<DSContainsSegment>(seg->_get_containingDBD()).first(); }
+_DSDBD* dbdOfAccess(_DSDBDaccess* access) {
+    return kr::sourcesOf<DSDefinedByAccess>(access->_get_containingDBD()).first();
 }
-_DSDBD* dbdOfAccess(_ADObject* access) {
-    return static_cast<_DSDBD*>(first(static_cast<_DSDBDaccess*>(access)->_get_containingDBD(), End::source));
-}
-_ADObject* accessOf(_DSDBD* dbd) { return first(dbd->_get_dliAccess(), End::target); }
-std::vector<_ADObject*> segmentsOf(_DSDBD* dbd) { return ends(dbd->_get_segments(), End::target); }
-_ADObject* parentOf(_ADObject* seg) { return first(static_cast<_DSSegment*>(seg)->_get_physicalParent(), End::target); }
+_DSDBDaccess* accessOf(_DSDBD* dbd) { return kr::targetsOf<DSDefinedByAccess>(dbd->_get_dliAccess()).first(); }
+std::vector<_DSSegment*> segmentsOf(_DSDBD* dbd) { return all(kr::targetsOf<DSContainsSegment>(dbd->_get_segments())); }
+_DSSegment* parentOf(_DSSegment* seg) { return kr::targetsOf<DSParent>(seg->_get_physicalParent()).first(); }
 // The first segment without a parent: where an index points from and a
 // HIDAM database is entered.
-_ADObject* rootOf(_DSDBD* dbd) {
-    for (_ADObject* s : segmentsOf(dbd))
+_DSSegment* rootOf(_DSDBD* dbd) {
+    for (_DSSegment* s : segmentsOf(dbd))
         if (!parentOf(s)) return s;
     return nullptr;
 }
-_ADObject* rootOfAccess(_ADObject* access) {
+_DSSegment* rootOfAccess(_DSDBDaccess* access) {
     _DSDBD* dbd = access ? dbdOfAccess(access) : nullptr;
     return dbd ? rootOf(dbd) : nullptr;
-}
-_DSSegmentComplex* complexSegment(_ADObject* seg) {
-    return seg->isKindOf("DSSegmentComplex") ? static_cast<_DSSegmentComplex*>(seg) : nullptr;
 }
 
 std::string join(const std::vector<std::string>& parts, const char* between) {
@@ -88,17 +82,18 @@ std::string join(const std::vector<std::string>& parts, const char* between) {
     for (std::size_t i = 0; i < parts.size(); ++i) out += (i ? between : "") + parts[i];
     return out;
 }
-std::string fieldNames(DSModelCollection* role) {
+template <class Fields>
+std::string fieldNames(const Fields& fields) {
     std::vector<std::string> names;
-    for (_ADObject* f : ends(role, End::target)) names.push_back(nameOf(f));
+    for (_DSField* f : fields) names.push_back(nameOf(f));
     return join(names, ",");
 }
 
 // ---- the ties between segments ----------------------------------------------
 
 struct Edge {
-    _ADObject* from;
-    _ADObject* to;
+    _DSSegment* from;
+    _DSSegment* to;
     const char* kind;
     std::vector<std::string> label;  // its lines
     const void* key;                 // the link or object the edge stands for, with `kind`
@@ -111,74 +106,67 @@ public:
     std::vector<Edge> of(_DSDBD* dbd) {
         edges_.clear();
         seen_.clear();
-        for (_ADObject* seg : segmentsOf(dbd)) segment(seg);
-        if (_ADObject* access = accessOf(dbd)) {
-            if (access->isKindOf("DSDBDhidam"))
-                for (_ADObject* l : links(static_cast<_DSDBDhidam*>(access)->_get_primaryIndex())) primary(l);
-            if (access->isKindOf("DSDBDindex")) {
-                auto* index = static_cast<_DSDBDindex*>(access);
-                for (_ADObject* l : links(index->_get_primaryIndexTarget())) primary(l);
-                for (_ADObject* x : ends(index->_get_secondaryIndexTarget(), End::source)) xdfld(x);
-            }
+        for (_DSSegment* seg : segmentsOf(dbd)) segment(seg);
+        _DSDBDaccess* access = accessOf(dbd);
+        if (auto* hidam = kr::dyn_cast<_DSDBDhidam>(access))
+            for (_DSIndex* l : linksOf<DSIndex>(hidam->_get_primaryIndex())) primary(l);
+        if (auto* index = kr::dyn_cast<_DSDBDindex>(access)) {
+            for (_DSIndex* l : linksOf<DSIndex>(index->_get_primaryIndexTarget())) primary(l);
+            for (_DSXDFLD* x : kr::sourcesOf<DSIsUseOf>(index->_get_secondaryIndexTarget())) xdfld(x);
         }
         return std::move(edges_);
     }
 
 private:
-    void add(_ADObject* from, _ADObject* to, const char* kind, std::vector<std::string> label, const void* key) {
+    void add(_DSSegment* from, _DSSegment* to, const char* kind, std::vector<std::string> label, const void* key) {
         if (from && to && seen_.insert({key, kind}).second) edges_.push_back({from, to, kind, std::move(label), key});
     }
 
-    void segment(_ADObject* seg) {
-        auto* s = static_cast<_DSSegment*>(seg);
-        for (_ADObject* l : links(s->_get_logicalSegments())) source(l);
-        if (seg->isKindOf("DSSegmentLogical"))
-            for (_ADObject* l : links(static_cast<_DSSegmentLogical*>(seg)->_get_sourceSegments())) source(l);
-        _DSSegmentComplex* cx = complexSegment(seg);
+    void segment(_DSSegment* seg) {
+        for (_DSSource* l : linksOf<DSSource>(seg->_get_logicalSegments())) source(l);
+        if (auto* logicalSeg = kr::dyn_cast<_DSSegmentLogical>(seg))
+            for (_DSSource* l : linksOf<DSSource>(logicalSeg->_get_sourceSegments())) source(l);
+        auto* cx = kr::dyn_cast<_DSSegmentComplex>(seg);
         if (!cx) return;
-        for (_ADObject* l : links(cx->_get_logChildren())) logical(l);
-        for (_ADObject* l : links(cx->_get_logParent())) logical(l);
-        for (_ADObject* l : ends(cx->_get_pairedLogChild(), End::source)) logical(l);
-        for (_ADObject* x : ends(cx->_get_indices(), End::target)) xdfld(x);
-        for (_ADObject* x : ends(cx->_get_sourcedIndex(), End::source)) xdfld(x);
+        for (_DSLChild* l : linksOf<DSLChild>(cx->_get_logChildren())) logical(l);
+        for (_DSLChild* l : linksOf<DSLChild>(cx->_get_logParent())) logical(l);
+        for (_DSLChild* l : kr::sourcesOf<DSHasPair>(cx->_get_pairedLogChild())) logical(l);
+        for (_DSXDFLD* x : kr::targetsOf<DSHasIndex>(cx->_get_indices())) xdfld(x);
+        for (_DSXDFLD* x : kr::sourcesOf<DSHasIndexSource>(cx->_get_sourcedIndex())) xdfld(x);
     }
 
     // A logical segment built from a physical one: physical -> logical.
-    void source(_ADObject* l) {
-        auto* link = static_cast<_DSSource*>(l);
-        add(link->getTarget()->impl(), link->getSource()->impl(), "source",
-            {std::string("SOURCE ") + (link->_get_dataAlso() ? "DATA" : "KEY")}, l);
+    void source(_DSSource* link) {
+        add(endOf(link->_get_target()), endOf(link->_get_source()), "source",
+            {std::string("SOURCE ") + (link->_get_dataAlso() ? "DATA" : "KEY")}, link);
     }
 
     // Logical parent -> logical child, and the child -> its paired segment.
-    void logical(_ADObject* l) {
-        auto* link = static_cast<_DSLChild*>(l);
-        _ADObject* child = link->getTarget()->impl();
+    void logical(_DSLChild* link) {
+        _DSSegmentComplex* child = endOf(link->_get_target());
         std::string label = "LCHILD";
         if (link->_get_rules()) label += std::string(" RULES=") + link->_get_rules();
-        add(link->getSource()->impl(), child, "lchild", {label}, l);
-        for (_ADObject* pair : links(link->_get_pairedSegment()))
-            add(child, static_cast<_ADLink*>(pair)->getTarget()->impl(), "pair", {"PAIR"}, pair);
+        add(endOf(link->_get_source()), child, "lchild", {label}, link);
+        for (_DSHasPair* pair : linksOf<DSHasPair>(link->_get_pairedSegment()))
+            add(child, endOf(pair->_get_target()), "pair", {"PAIR"}, pair);
     }
 
     // The index DBD's root -> the segment indexed; the indexed segment -> the
     // index source when that is another segment.
-    void xdfld(_ADObject* x) {
-        auto* xd = static_cast<_DSXDFLD*>(x);
-        _ADObject* indexed = first(xd->_get_sourceSEGMcmpx(), End::source);
+    void xdfld(_DSXDFLD* xd) {
+        _DSSegmentComplex* indexed = kr::sourcesOf<DSHasIndex>(xd->_get_sourceSEGMcmpx()).first();
         std::vector<std::string> label = {"XDFLD " + str(xd->_get_xdfldName())};
-        std::string search = fieldNames(xd->_get_search());
+        std::string search = fieldNames(kr::targetsOf<DSHasSearch>(xd->_get_search()));
         if (!search.empty()) label.push_back("SRCH=" + search);
-        add(rootOfAccess(first(xd->_get_targetDBDindex(), End::target)), indexed, "xdfld", label, x);
-        _ADObject* from = first(xd->_get_indexSource(), End::target);
-        if (from != indexed) add(indexed, from, "indexsource", {"index source"}, x);
+        add(rootOfAccess(kr::targetsOf<DSIsUseOf>(xd->_get_targetDBDindex()).first()), indexed, "xdfld", label, xd);
+        _DSSegmentComplex* from = kr::targetsOf<DSHasIndexSource>(xd->_get_indexSource()).first();
+        if (from != indexed) add(indexed, from, "indexsource", {"index source"}, xd);
     }
 
     // The primary index DBD's root -> the HIDAM database's root.
-    void primary(_ADObject* l) {
-        auto* link = static_cast<_ADLink*>(l);
-        add(rootOfAccess(link->getTarget()->impl()), rootOfAccess(link->getSource()->impl()), "primaryindex",
-            {"primary index"}, l);
+    void primary(_DSIndex* link) {
+        add(rootOfAccess(endOf(link->_get_target())), rootOfAccess(endOf(link->_get_source())), "primaryindex",
+            {"primary index"}, link);
     }
 
     std::vector<Edge> edges_;
@@ -258,7 +246,7 @@ public:
         out_ += "  edge [fontname=\"Helvetica\", fontsize=9];\n";
         std::vector<_DSDBD*> dbds = drawnDbds();
         for (_DSDBD* d : dbds) dbdCluster(d);
-        for (_ADObject* p : pcbs()) pcbCluster(p);
+        for (_DSPCB* p : pcbs()) pcbCluster(p);
         std::set<_DSDBD*> drawn(dbds.begin(), dbds.end());
         std::vector<Edge> ties;
         std::set<std::pair<const void*, std::string>> seen;
@@ -281,16 +269,16 @@ private:
         auto add = [&](_DSDBD* d) {
             if (d && std::find(dbds.begin(), dbds.end(), d) == dbds.end()) dbds.push_back(d);
         };
-        for (_ADObject* o : subjects_)
-            if (o->isKindOf("DSDBD")) add(static_cast<_DSDBD*>(o));
+        for (_ADObject* o : subjects_) add(kr::dyn_cast<_DSDBD>(o));
         std::vector<_DSDBD*> named = dbds;
         if (subjects_.size() > 1)
-            for (_ADObject* p : pcbs()) {
-                _ADObject* type = first(static_cast<_DSPCB*>(p)->_get_typeOfPCB(), End::target);
-                if (!type || !type->isKindOf("DSPCBbased")) continue;
-                add(static_cast<_DSDBD*>(first(static_cast<_DSPCBbased*>(type)->_get_baseDBD(), End::target)));
-                if (type->isKindOf("DSPCBdb"))
-                    if (_ADObject* seq = first(static_cast<_DSPCBdb*>(type)->_get_procseq(), End::target))
+            for (_DSPCB* p : pcbs()) {
+                _DSPCBtype* type = kr::targetsOf<DSSpecifiedByType>(p->_get_typeOfPCB()).first();
+                auto* based = kr::dyn_cast<_DSPCBbased>(type);
+                if (!based) continue;
+                add(kr::targetsOf<DSBasedOn>(based->_get_baseDBD()).first());
+                if (auto* db = kr::dyn_cast<_DSPCBdb>(type))
+                    if (_DSDBDindex* seq = kr::targetsOf<DSSequencedBy>(db->_get_procseq()).first())
                         add(dbdOfAccess(seq));
             }
         for (_DSDBD* d : named)
@@ -302,17 +290,18 @@ private:
     }
 
     // The PCBs of the named PSBs and the named PCBs, in the order named.
-    std::vector<_ADObject*> pcbs() {
-        std::vector<_ADObject*> all;
+    std::vector<_DSPCB*> pcbs() {
+        std::vector<_DSPCB*> out;
         for (_ADObject* o : subjects_) {
-            std::vector<_ADObject*> some = o->isKindOf("DSPSB")
-                                               ? ends(static_cast<_DSPSB*>(o)->_get_listPCBs(), End::target)
-                                           : o->isKindOf("DSPCB") ? std::vector<_ADObject*>{o}
-                                                                  : std::vector<_ADObject*>{};
-            for (_ADObject* p : some)
-                if (std::find(all.begin(), all.end(), p) == all.end()) all.push_back(p);
+            std::vector<_DSPCB*> some;
+            if (auto* psb = kr::dyn_cast<_DSPSB>(o))
+                some = all(kr::targetsOf<DSIncludesPCB>(psb->_get_listPCBs()));
+            else if (auto* pcb = kr::dyn_cast<_DSPCB>(o))
+                some = {pcb};
+            for (_DSPCB* p : some)
+                if (std::find(out.begin(), out.end(), p) == out.end()) out.push_back(p);
         }
-        return all;
+        return out;
     }
 
     // A node name of its own for `key` (an object, or a PCB and a segment).
@@ -323,7 +312,7 @@ private:
         for (int n = 2; !used_.insert(name).second; ++n) name = wanted + "~" + std::to_string(n);
         return ids_.emplace(key, name).first->second;
     }
-    const std::string& segmentId(_ADObject* seg) {
+    const std::string& segmentId(_DSSegment* seg) {
         _DSDBD* dbd = dbdOfSegment(seg);
         return id({seg, nullptr}, (dbd ? nameOf(dbd) + "." : std::string()) + nameOf(seg));
     }
@@ -344,19 +333,17 @@ private:
         line("label=" + label({title}) + "; labeljust=l; " + attributes, 2);
     }
 
-    std::vector<std::string> segmentLines(_ADObject* seg) {
-        auto* s = static_cast<_DSSegment*>(seg);
-        std::vector<std::string> lines = {nameOf(seg)};
-        std::vector<_ADObject*> fields = ends(s->_get_fields(), End::target);
-        for (_ADObject* f : fields) {
-            auto* field = static_cast<_DSField*>(f);
+    std::vector<std::string> segmentLines(_DSSegment* s) {
+        std::vector<std::string> lines = {nameOf(s)};
+        std::vector<_DSField*> fields = all(kr::targetsOf<DSHasField>(s->_get_fields()));
+        for (_DSField* field : fields) {
             if (!field->_get_sequenceField()) continue;
-            lines.push_back("key " + nameOf(f) + (field->_get_uniqueSequence() ? " (U)" : " (M)"));
+            lines.push_back("key " + nameOf(field) + (field->_get_uniqueSequence() ? " (U)" : " (M)"));
             break;
         }
         std::string size;
         short max = s->_get_maximumLength(), min = s->_get_minimumLength();
-        if (seg->isKindOf("DSSegmentLogical"))
+        if (kr::isa<_DSSegmentLogical>(s))
             size = "logical";
         else if (max && min && min != max)
             size = std::to_string(max) + "/" + std::to_string(min) + " bytes";
@@ -371,44 +358,41 @@ private:
 
     void dbdCluster(_DSDBD* dbd) {
         std::string title = nameOf(dbd);
-        if (_ADObject* access = accessOf(dbd)) {
-            std::string kind = str(static_cast<_DSDBDaccess*>(access)->_get_dliAccess());
+        if (_DSDBDaccess* access = accessOf(dbd)) {
+            std::string kind = str(access->_get_dliAccess());
             if (!kind.empty()) title += " (" + kind + ")";
         }
         cluster(id({dbd, nullptr}, nameOf(dbd)), title, "style=rounded; color=grey40");
-        std::vector<_ADObject*> segments = segmentsOf(dbd);
-        for (_ADObject* seg : segments) node(segmentId(seg), "segment", "", segmentLines(seg), 2);
-        for (_ADObject* seg : segments)
-            if (_ADObject* parent = parentOf(seg)) line(edge(segmentId(parent), segmentId(seg), "parent", ""), 2);
+        std::vector<_DSSegment*> segments = segmentsOf(dbd);
+        for (_DSSegment* seg : segments) node(segmentId(seg), "segment", "", segmentLines(seg), 2);
+        for (_DSSegment* seg : segments)
+            if (_DSSegment* parent = parentOf(seg)) line(edge(segmentId(parent), segmentId(seg), "parent", ""), 2);
         out_ += "  }\n";
     }
 
     // A PCB's node text: its name, its type and the DBD, its options.
-    std::vector<std::string> pcbLines(_DSPCB* pcb, _ADObject* type) {
+    std::vector<std::string> pcbLines(_DSPCB* pcb, _DSPCBtype* type) {
         std::vector<std::string> lines = {nameOf(pcb)};
         if (!type) return lines;
         std::vector<std::string> options;
-        if (type->isKindOf("DSPCBtp")) {
-            auto* tp = static_cast<_DSPCBtp*>(type);
+        if (auto* tp = kr::dyn_cast<_DSPCBtp>(type)) {
             lines.push_back("TP PCB");
             if (tp->_get_alternateResponse()) options.push_back("ALTRESP");
             if (tp->_get_express()) options.push_back("EXPRESS");
             if (tp->_get_modify()) options.push_back("MODIFY");
             if (tp->_get_sameTerminal()) options.push_back("SAMETRM");
             std::vector<std::string> destinations;
-            for (_ADObject* d : ends(tp->_get_destination(), End::target))
-                destinations.push_back(str(static_cast<_DSOutputDest*>(d)->_get_ltermName()));
+            for (_DSOutputDest* d : kr::targetsOf<DSRefersTo>(tp->_get_destination()))
+                destinations.push_back(str(d->_get_ltermName()));
             if (!destinations.empty()) lines.push_back("to " + join(destinations, ", "));
-        } else if (type->isKindOf("DSPCBbased")) {
-            auto* based = static_cast<_DSPCBbased*>(type);
-            _ADObject* dbd = first(based->_get_baseDBD(), End::target);
-            lines.push_back(std::string(type->isKindOf("DSPCBdb") ? "DB" : "GSAM") + " PCB" +
+        } else if (auto* based = kr::dyn_cast<_DSPCBbased>(type)) {
+            _DSDBD* dbd = kr::targetsOf<DSBasedOn>(based->_get_baseDBD()).first();
+            lines.push_back(std::string(kr::isa<_DSPCBdb>(type) ? "DB" : "GSAM") + " PCB" +
                             (dbd ? " on " + nameOf(dbd) : ""));
             if (based->_get_procoptPCB()) options.push_back(std::string("PROCOPT=") + based->_get_procoptPCB());
-            if (type->isKindOf("DSPCBdb")) {
-                auto* db = static_cast<_DSPCBdb*>(type);
+            if (auto* db = kr::dyn_cast<_DSPCBdb>(type)) {
                 if (db->_get_keyLength()) options.push_back("KEYLEN=" + std::to_string(db->_get_keyLength()));
-                if (_ADObject* seq = first(db->_get_procseq(), End::target))
+                if (_DSDBDindex* seq = kr::targetsOf<DSSequencedBy>(db->_get_procseq()).first())
                     if (_DSDBD* index = dbdOfAccess(seq)) lines.push_back("PROCSEQ=" + nameOf(index));
             }
         }
@@ -417,19 +401,19 @@ private:
         return lines;
     }
 
-    std::vector<std::string> sensegLines(_DSSenSegment* sense, _ADObject* seg, const char* pcbProcopt) {
+    std::vector<std::string> sensegLines(_DSSenSegment* sense, _DSSegment* seg, const char* pcbProcopt) {
         std::vector<std::string> lines = {seg ? nameOf(seg) : nameOf(sense)};
         if (sense->_get_procoptSENSEG())
             lines.push_back(std::string("PROCOPT=") + sense->_get_procoptSENSEG());
         else if (pcbProcopt)
             lines.push_back(std::string("PROCOPT=") + pcbProcopt + " (PCB)");
         std::vector<std::string> fields;
-        for (_ADObject* f : ends(sense->_get_senflds(), End::target))
-            if (_ADObject* field = first(static_cast<_DSSenField*>(f)->_get_targetFIELD(), End::target))
+        for (_DSSenField* f : kr::targetsOf<DSUsesSENFLD>(sense->_get_senflds()))
+            if (_DSField* field = kr::targetsOf<DSUsedAsSENFLD>(f->_get_targetFIELD()).first())
                 fields.push_back(nameOf(field));
         if (!fields.empty()) lines.push_back("SENFLD " + join(fields, ","));
         std::vector<std::string> indices;
-        for (_ADObject* idx : ends(sense->_get_indices(), End::target))
+        for (_DSDBDindex* idx : kr::targetsOf<DSIndexedBy>(sense->_get_indices()))
             if (_DSDBD* d = dbdOfAccess(idx)) indices.push_back(nameOf(d));
         if (!indices.empty()) lines.push_back("INDICES=" + join(indices, ","));
         if (!seg) lines.push_back("(no such segment)");
@@ -438,37 +422,36 @@ private:
 
     // The segment of DBD a SENSEG stands for: the one it maps to, else the one
     // of its name (a SENSEG under a processing sequence may map none).
-    static _ADObject* segmentOf(_DSSenSegment* sense, _DSDBD* dbd) {
+    static _DSSegment* segmentOf(_DSSenSegment* sense, _DSDBD* dbd) {
         if (!dbd) return nullptr;
-        std::vector<_ADObject*> segments = segmentsOf(dbd);
-        _ADObject* mapped = first(sense->_get_targetSegment(), End::target);
+        std::vector<_DSSegment*> segments = segmentsOf(dbd);
+        _DSSegment* mapped = kr::targetsOf<DSMapsTo>(sense->_get_targetSegment()).first();
         if (mapped) return std::find(segments.begin(), segments.end(), mapped) != segments.end() ? mapped : nullptr;
-        for (_ADObject* s : segments)
+        for (_DSSegment* s : segments)
             if (nameOf(s) == nameOf(sense)) return s;
         return nullptr;
     }
 
-    void pcbCluster(_ADObject* p) {
-        auto* pcb = static_cast<_DSPCB*>(p);
-        _ADObject* psb = first(pcb->_get_usingPSBs(), End::source);
+    void pcbCluster(_DSPCB* pcb) {
+        _DSPSB* psb = kr::sourcesOf<DSIncludesPCB>(pcb->_get_usingPSBs()).first();
         int number = 1;
         if (psb) {
-            std::vector<_ADObject*> all = ends(static_cast<_DSPSB*>(psb)->_get_listPCBs(), End::target);
-            number = static_cast<int>(std::find(all.begin(), all.end(), p) - all.begin()) + 1;
+            std::vector<_DSPCB*> list = all(kr::targetsOf<DSIncludesPCB>(psb->_get_listPCBs()));
+            number = static_cast<int>(std::find(list.begin(), list.end(), pcb) - list.begin()) + 1;
         }
         std::string base = psb ? nameOf(psb) + "/" + std::to_string(number) : nameOf(pcb);
         const std::string pcbId = id({pcb, nullptr}, base);
         cluster(pcbId, psb ? nameOf(psb) + " PCB " + std::to_string(number) : "PCB " + nameOf(pcb),
                 "style=rounded; color=steelblue");
-        _ADObject* type = first(pcb->_get_typeOfPCB(), End::target);
+        _DSPCBtype* type = kr::targetsOf<DSSpecifiedByType>(pcb->_get_typeOfPCB()).first();
         node(pcbId, "pcb", "shape=note, style=filled, fillcolor=\"#dce8f5\"", pcbLines(pcb, type), 2);
-        if (type && type->isKindOf("DSPCBbased")) {
-            auto* based = static_cast<_DSPCBbased*>(type);
-            auto* dbd = static_cast<_DSDBD*>(first(based->_get_baseDBD(), End::target));
-            if (type->isKindOf("DSPCBdb")) hierarchy(pcb, pcbId, static_cast<_DSPCBdb*>(type), dbd);
+        if (auto* based = kr::dyn_cast<_DSPCBbased>(type)) {
+            _DSDBD* dbd = kr::targetsOf<DSBasedOn>(based->_get_baseDBD()).first();
+            auto* db = kr::dyn_cast<_DSPCBdb>(type);
+            if (db) hierarchy(pcb, pcbId, db, dbd);
             joinToDbd(pcbId, dbd, "dbd", "");
-            if (type->isKindOf("DSPCBdb"))
-                if (_ADObject* seq = first(static_cast<_DSPCBdb*>(type)->_get_procseq(), End::target))
+            if (db)
+                if (_DSDBDindex* seq = kr::targetsOf<DSSequencedBy>(db->_get_procseq()).first())
                     joinToDbd(pcbId, dbdOfAccess(seq), "procseq", "PROCSEQ");
         }
         out_ += "  }\n";
@@ -476,23 +459,21 @@ private:
 
     // The DBD's segments in the PCB's cluster, the sensitive ones marked.
     void hierarchy(_DSPCB* pcb, const std::string& pcbId, _DSPCBdb* type, _DSDBD* dbd) {
-        std::map<_ADObject*, _DSSenSegment*> sensitive;  // segment -> its (first) SENSEG
-        std::vector<_DSSenSegment*> loose;               // SENSEGs mapping no segment of the DBD
-        std::vector<_ADObject*> sensegs = ends(type->_get_senseg(), End::target);
-        for (_ADObject* s : sensegs) {
-            auto* sense = static_cast<_DSSenSegment*>(s);
-            if (_ADObject* seg = segmentOf(sense, dbd))
+        std::map<_DSSegment*, _DSSenSegment*> sensitive;  // segment -> its (first) SENSEG
+        std::vector<_DSSenSegment*> loose;                // SENSEGs mapping no segment of the DBD
+        for (_DSSenSegment* sense : kr::targetsOf<DSHasSensitive>(type->_get_senseg())) {
+            if (_DSSegment* seg = segmentOf(sense, dbd))
                 sensitive.emplace(seg, sense);
             else
                 loose.push_back(sense);
         }
-        auto inPcb = [&](_ADObject* seg) -> const std::string& {
+        auto inPcb = [&](_DSSegment* seg) -> const std::string& {
             _DSDBD* d = dbdOfSegment(seg);
             return id({pcb, seg}, pcbId + "/" + (d ? nameOf(d) + "." : std::string()) + nameOf(seg));
         };
-        std::vector<_ADObject*> segments = dbd ? segmentsOf(dbd) : std::vector<_ADObject*>{};
+        std::vector<_DSSegment*> segments = dbd ? segmentsOf(dbd) : std::vector<_DSSegment*>{};
         const char* procopt = type->_get_procoptPCB();
-        for (_ADObject* seg : segments) {
+        for (_DSSegment* seg : segments) {
             auto it = sensitive.find(seg);
             if (it != sensitive.end())
                 node(inPcb(seg), "sensitive",
@@ -505,8 +486,8 @@ private:
         for (_DSSenSegment* sense : loose)
             node(id({pcb, sense}, pcbId + "/" + nameOf(sense)), "senseg", "style=\"rounded,dashed\", color=firebrick",
                  sensegLines(sense, nullptr, procopt), 2);
-        for (_ADObject* seg : segments) {
-            _ADObject* parent = parentOf(seg);
+        for (_DSSegment* seg : segments) {
+            _DSSegment* parent = parentOf(seg);
             if (!parent) {
                 line(edge(pcbId, inPcb(seg), "pcbroot", "arrowhead=none, style=dotted"), 2);
                 continue;
@@ -516,8 +497,8 @@ private:
             line(edge(inPcb(parent), inPcb(seg), "parent", grey), 2);
         }
         for (_DSSenSegment* sense : loose) {
-            auto* parent = static_cast<_DSSenSegment*>(first(sense->_get_parentSenseg(), End::target));
-            _ADObject* parentSeg = parent ? segmentOf(parent, dbd) : nullptr;
+            _DSSenSegment* parent = kr::targetsOf<DSHasParentSenseg>(sense->_get_parentSenseg()).first();
+            _DSSegment* parentSeg = parent ? segmentOf(parent, dbd) : nullptr;
             std::string from = parentSeg                             ? inPcb(parentSeg)
                                : parent && ids_.count({pcb, parent}) ? ids_.at({pcb, parent})
                                                                      : pcbId;
@@ -528,7 +509,7 @@ private:
     // With several subjects: the PCB's node -> the root of a DBD drawn beside it.
     void joinToDbd(const std::string& pcbId, _DSDBD* dbd, const char* cls, const std::string& text) {
         if (subjects_.size() < 2 || !dbd || !ids_.count({dbd, nullptr})) return;
-        _ADObject* root = rootOf(dbd);
+        _DSSegment* root = rootOf(dbd);
         if (!root) return;
         std::string attributes = "style=dashed, color=steelblue, lhead=" + quoted("cluster_" + ids_.at({dbd, nullptr}));
         if (!text.empty()) attributes += ", label=" + label({text});
