@@ -122,12 +122,6 @@ std::string exitsValue(DSModelCollection* exits) {
     return list(all, false);
 }
 
-// The object at an end of a link in hand.
-template <class Handle>
-auto* endOf(Handle* end) noexcept {
-    return end->operator->();
-}
-
 std::string segName(_DSSegment* s) { return str(s->_get_strSegmentName()); }
 std::string dbdOf(_DSSegment* s) {
     _DSDBD* d = kr::sourcesOf<DSContainsSegment>(s->_get_containingDBD()).first();
@@ -147,7 +141,7 @@ std::string lchildName(_DSDBDaccess* access) {
 }
 
 void datasetStatement(Deck& deck, _DSDSColl* group) {
-    std::string dd = str(endOf(group->_get_target())->_get_ddsName());
+    std::string dd = str(kr::endOf(group->_get_target())->_get_ddsName());
     std::string label;
     if (_DSArea* area = kr::targetsOf<DSHasArea>(group->_get_areaAttributes()).first()) {
         Ops ops(Stmt::AREA);
@@ -190,13 +184,13 @@ void segmentStatements(Deck& deck, _DSDBD* dbd, _DSSegment* seg) {
     std::string physical;
     for (const ADObject& l : *seg->_get_physicalParent()) {
         auto* p = kr::cast<_DSParent>(l.impl());
-        physical = list({val(segName(endOf(p->_get_target()))), val(str(p->_get_pcPointer()))});
+        physical = list({val(segName(kr::endOf(p->_get_target()))), val(str(p->_get_pcPointer()))});
     }
     _DSLChild* logical = nullptr;
     if (cx)
         for (const ADObject& l : *cx->_get_logParent()) logical = kr::cast<_DSLChild>(l.impl());
     if (logical) {
-        _DSSegmentComplex* lp = endOf(logical->_get_source());
+        _DSSegmentComplex* lp = kr::endOf(logical->_get_source());
         std::string p = physical.empty() ? "0" : physical;
         if (p.front() != '(') p = "(" + p + ")";
         ops.add("PARENT", "(" + p + "," +
@@ -239,7 +233,7 @@ void segmentStatements(Deck& deck, _DSDBD* dbd, _DSSegment* seg) {
         std::vector<std::string> all;
         for (const ADObject& l : *logicalSeg->_get_sourceSegments()) {
             auto* src = kr::cast<_DSSource>(l.impl());
-            _DSSegment* t = endOf(src->_get_target());
+            _DSSegment* t = kr::endOf(src->_get_target());
             all.push_back(list({val(segName(t)), src->_get_dataAlso() ? "DATA" : "KEY", val(dbdOf(t))}, false));
         }
         if (!all.empty()) ops.add("SOURCE", list(all, false));
@@ -306,7 +300,7 @@ void segmentStatements(Deck& deck, _DSDBD* dbd, _DSSegment* seg) {
     if (!cx) return;
     for (const ADObject& l : *cx->_get_logChildren()) {
         auto* rel = kr::cast<_DSLChild>(l.impl());
-        _DSSegmentComplex* child = endOf(rel->_get_target());
+        _DSSegmentComplex* child = kr::endOf(rel->_get_target());
         Ops lo(Stmt::LCHILD);
         lo.add("NAME", list({val(segName(child)), val(dbdOf(child))}, false));
         lo.add("POINTER", val(str(rel->_get_lcPointer())));

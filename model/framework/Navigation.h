@@ -83,6 +83,13 @@ private:
     DSModelCollection* role_;
 };
 
+// The object at an end of a link in hand (`link->_get_target()`), typed as
+// the end's class; null when that end is not set.
+template <class Handle>
+auto* endOf(Handle* end) noexcept {
+    return end->operator->();
+}
+
 // The targets of a role held at the source end of `Link`, and the sources of
 // one held at its target end.
 template <class Link>

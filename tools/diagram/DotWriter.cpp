@@ -31,12 +31,6 @@ std::vector<typename Range::Far*> all(const Range& range) {
     for (auto* o : range) out.push_back(o);
     return out;
 }
-// The object at an end of a link in hand, null when that end is not set.
-template <class Handle>
-auto* endOf(Handle* end) noexcept {
-    return end->operator->();
-}
-
 std::string str(const char* s) { return s ? std::string(s) : std::string(); }
 
 // An object's own name attribute, else its adName, else its object ID.
@@ -137,18 +131,18 @@ private:
 
     // A logical segment built from a physical one: physical -> logical.
     void source(_DSSource* link) {
-        add(endOf(link->_get_target()), endOf(link->_get_source()), "source",
+        add(kr::endOf(link->_get_target()), kr::endOf(link->_get_source()), "source",
             {std::string("SOURCE ") + (link->_get_dataAlso() ? "DATA" : "KEY")}, link);
     }
 
     // Logical parent -> logical child, and the child -> its paired segment.
     void logical(_DSLChild* link) {
-        _DSSegmentComplex* child = endOf(link->_get_target());
+        _DSSegmentComplex* child = kr::endOf(link->_get_target());
         std::string label = "LCHILD";
         if (link->_get_rules()) label += std::string(" RULES=") + link->_get_rules();
-        add(endOf(link->_get_source()), child, "lchild", {label}, link);
+        add(kr::endOf(link->_get_source()), child, "lchild", {label}, link);
         for (_DSHasPair* pair : linksOf<DSHasPair>(link->_get_pairedSegment()))
-            add(child, endOf(pair->_get_target()), "pair", {"PAIR"}, pair);
+            add(child, kr::endOf(pair->_get_target()), "pair", {"PAIR"}, pair);
     }
 
     // The index DBD's root -> the segment indexed; the indexed segment -> the
@@ -165,7 +159,7 @@ private:
 
     // The primary index DBD's root -> the HIDAM database's root.
     void primary(_DSIndex* link) {
-        add(rootOfAccess(endOf(link->_get_target())), rootOfAccess(endOf(link->_get_source())), "primaryindex",
+        add(rootOfAccess(kr::endOf(link->_get_target())), rootOfAccess(kr::endOf(link->_get_source())), "primaryindex",
             {"primary index"}, link);
     }
 
