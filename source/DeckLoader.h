@@ -56,12 +56,13 @@ struct KRMWTARN_API LoadResult {
 // Reads the decks into the repository, in `version`. Identities follow the
 // definitions' names (a DBD by its name, a segment by DBD and segment name, a
 // field by segment, field name and the segment's identity, an exit by the DBD
-// or segment that names it and the routine, a PCB by PSB and place, a PCB's
-// type, SENSEGs and SENFLDs by PSB and the PCB's name), so a definition loaded
-// again in the same version is the same object. The DBDs are built in the
-// order of their names, then the PSBs in the order of theirs: the files may
-// come in any order. A statement that breaks the card rules is told once; what
-// belongs to it or names it is not told again.
+// or segment that names it and the routine, a compression routine by its
+// segment and name, a PCB by PSB and place, a PCB's type, SENSEGs and SENFLDs
+// by PSB and the PCB's name), so a definition loaded again in the same version
+// is the same object. The DBDs are built in the order of their names, then the
+// PSBs in the order of theirs: the files may come in any order. A statement
+// that breaks the card rules is told once; what belongs to it or names it is
+// not told again.
 KRMWTARN_API LoadResult loadDecks(const std::vector<Deck>& decks, const char* version = kDeckVersion);
 
 // Reads the files and loads them; a file that cannot be read is an error.

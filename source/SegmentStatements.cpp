@@ -229,7 +229,8 @@ void Loader::segmParts(Operands& ops, DSSegment& seg, bool logical) {
     if (const Value* c = ops.value(Kw::SEGM_COMPRTN)) {
         std::string routine = ops.textAt(Kw::SEGM_COMPRTN, c->item(0));
         if (routine.empty()) return diags_.error(c->at, "SEGM COMPRTN: the routine's name is expected first");
-        auto r = obtain<DSCompRoutine>(routine);
+        // A routine serves one segment in the model: one object per segment using it.
+        auto r = obtain<DSCompRoutine>(d_.name + "." + seg->_get_strSegmentName() + "." + routine);
         r->_set_routine(routine.c_str(), omStore);
         for (std::size_t i = 1; i < c->size(); ++i) {
             std::string w = ops.textAt(Kw::SEGM_COMPRTN, c->item(i));

@@ -7,10 +7,12 @@
 
 #include <krmwtarn/check/Check.h>
 #include <krmwtarn/source/FieldGeometry.h>
+#include <krmwtarn/model/framework/Navigation.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <map>
 
 using krsource::Deck;
@@ -550,5 +552,41 @@ TEST_F(Construct, AnEmptySublistIsNoValue) {
         EXPECT_EQ(told(r, Severity::Error), std::vector<std::string>{c.error}) << c.deck;
         r = LoadResult();
         DSRegistrar::releaseAll();
+    }
+}
+
+// A segment that is the logical parent of segments in several DBDs lists its
+// logical children in the order of their DBDs' names, whatever order the
+// files come in; every segment may use one compression routine (the model
+// gives each its own routine object).
+TEST_F(Construct, WhatDbdsShareListsThemByNameInAnyFileOrder) {
+    auto dbd = [](const char* name) {
+        return std::string("         DBD   NAME=") + name + ",ACCESS=HDAM,RMNAME=(DFSHDC40,1,10)\n" +
+               "         SEGM  NAME=S" + name + ",BYTES=8,COMPRTN=(SQUEEZE,DATA)\n         SEGM  NAME=T" + name +
+               ",PARENT=((S" + name + "),(P,PHYSICAL,PAR)),BYTES=8\n         DBDGEN\n";
+    };
+    std::vector<Deck> decks = {{"c.dbd", dbd("CEE")},
+                               {"p.dbd",
+                                "         DBD   NAME=PAR,ACCESS=HDAM,RMNAME=(DFSHDC40,1,10)\n"
+                                "         SEGM  NAME=P,BYTES=8\n         DBDGEN\n"},
+                               {"a.dbd", dbd("AAA")},
+                               {"b.dbd", dbd("BEE")}};
+    for (int turn = 0; turn < 4; ++turn) {
+        LoadResult r = krsource::loadDecks(decks);
+        ASSERT_TRUE(r.ok()) << decktest::report(r);
+        std::string order;
+        for (_DSSegmentComplex* child :
+             kr::targetsOf<DSLChild>(found<_DSSegmentComplex>("DSSegmentComplex", "PAR.P")->_get_logChildren()))
+            order += std::string(child->_get_strSegmentName()) + " ";
+        EXPECT_EQ(order, "TAAA TBEE TCEE ") << "turn " << turn;
+        EXPECT_STREQ(found<_DSCompRoutine>("DSCompRoutine", "BEE.SBEE.SQUEEZE")->_get_routine(), "SQUEEZE");
+        // The definitions are handed over in the order of the files.
+        std::string files, handed;
+        for (const Deck& d : decks) files += d.name.substr(0, 1);
+        for (const DSDBD& d : r.dbds) handed += static_cast<char>(std::tolower(d->_get_strDBDName()[0]));
+        EXPECT_EQ(handed, files);
+        r = LoadResult();
+        DSRegistrar::releaseAll();
+        std::rotate(decks.begin(), decks.begin() + 1, decks.end());
     }
 }
