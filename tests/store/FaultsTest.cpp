@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <filesystem>
 #include <fstream>
 #include <random>
 #include <thread>
@@ -184,12 +185,26 @@ TEST_P(StoreTest, TwoProcessesStoringAtOnce) {
     auto run = [&](const std::string& unit, std::string& out, int& status) {
         status = probe("store-after " + repo() + " " + unit + " " + go, &out);
     };
+    // Both probes have read the repository (each leaves GO.ready.PID): only
+    // then is GO given, however long a loaded machine takes to start them.
+    auto bothReady = [&] {
+        auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(120);
+        for (;;) {
+            int ready = 0;
+            for (const auto& f : std::filesystem::directory_iterator(dir_))
+                ready += f.path().filename().string().rfind("go.ready.", 0) == 0;
+            if (ready >= 2 || std::chrono::steady_clock::now() > deadline) break;
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+        for (const auto& f : std::filesystem::directory_iterator(dir_))
+            if (f.path().filename().string().rfind("go.ready.", 0) == 0) std::filesystem::remove(f.path());
+    };
     // Different units: both land.
     {
         std::string a, b;
         int sa = -1, sb = -1;
         std::thread ta(run, "HOSPDBD", std::ref(a), std::ref(sa)), tb(run, "HOSPPSB", std::ref(b), std::ref(sb));
-        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        bothReady();
         std::ofstream(go).put('\n');
         ta.join();
         tb.join();
@@ -205,7 +220,7 @@ TEST_P(StoreTest, TwoProcessesStoringAtOnce) {
         std::string a, b;
         int sa = -1, sb = -1;
         std::thread ta(run, "HOSPDBD", std::ref(a), std::ref(sa)), tb(run, "HOSPDBD", std::ref(b), std::ref(sb));
-        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        bothReady();
         std::ofstream(go).put('\n');
         ta.join();
         tb.join();

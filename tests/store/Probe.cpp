@@ -9,7 +9,8 @@
 //                              again, each time with the next revision written
 //                              into every segment and SENSEG ("stored R")
 //   store-after PATH NAME GO   retrieve every unit, change the named unit's
-//                              root, wait for the file GO, store that unit
+//                              root, say so in the file GO.ready.PID, wait for
+//                              the file GO, store that unit
 //   lock-and-wait PATH NAME    lock a unit, print "locked", wait to be killed
 //   unlock PATH NAME [--force] unlock a unit
 //   team-client PATH N SECONDS one of a team sharing the units SHARED0 and
@@ -27,6 +28,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstring>
+#include <fstream>
 #include <iostream>
 #include <thread>
 
@@ -144,6 +146,7 @@ int run(int argc, char** argv) {
         krstore::UnitInfo u = r->findUnit(argv[3]);
         ADObject root(DSRegistrar::findObj(u.key.className.c_str(), u.key.objID.c_str(), u.key.version.c_str()));
         root->_set_adName(std::to_string(getpid()).c_str(), omStore | omSetChanged);
+        std::ofstream(std::string(argv[4]) + ".ready." + std::to_string(getpid())).put('\n');
         struct stat st;
         while (stat(argv[4], &st) != 0) std::this_thread::sleep_for(std::chrono::milliseconds(2));
         r->storeUnits({root.impl()});
