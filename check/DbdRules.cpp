@@ -41,12 +41,6 @@ std::string joined(const std::vector<_DSSegment*>& segments) {
     for (_DSSegment* s : segments) out += (out.empty() ? "" : ", ") + segName(s);
     return out;
 }
-template <class Range>
-std::vector<typename Range::Far*> all(const Range& range) {
-    std::vector<typename Range::Far*> out;
-    for (auto* o : range) out.push_back(o);
-    return out;
-}
 
 }  // namespace
 
@@ -227,7 +221,7 @@ void xdfldFields(const DbdFacts& f, Report& report) {
             if (!source) source = s.segment;
             std::string name = str(x->_get_xdfldName()), path = s.path + "/" + name;
             if (!x->_get_search()->count()) report(x, path, "XDFLD " + name + " has no search field (SRCH)");
-            std::vector<_DSField*> own = all(kr::targetsOf<DSHasField>(source->_get_fields()));
+            std::vector<_DSField*> own = kr::collect(kr::targetsOf<DSHasField>(source->_get_fields()));
             auto ofSource = [&](const char* key, const auto& fields) {
                 for (_DSField* field : fields)
                     if (std::find(own.begin(), own.end(), field) == own.end())
@@ -285,7 +279,8 @@ void logicalHierarchy(const DbdFacts& f, Report& report) {
     if (!inFamily(f, Family::Logical)) return;
     auto sources = [](const SegmentFacts& s) {
         auto* logical = kr::dyn_cast<_DSSegmentLogical>(s.segment);
-        return logical ? all(kr::targetsOf<DSSource>(logical->_get_sourceSegments())) : std::vector<_DSSegment*>();
+        return logical ? kr::collect(kr::targetsOf<DSSource>(logical->_get_sourceSegments()))
+                       : std::vector<_DSSegment*>();
     };
     for (const SegmentFacts& s : f.segments) {
         std::vector<_DSSegment*> mine = sources(s);
@@ -301,7 +296,7 @@ void logicalHierarchy(const DbdFacts& f, Report& report) {
         std::vector<_DSSegment*> above = sources(parent);
         if (above.empty()) continue;  // LOGICAL-SOURCE
         _DSSegment* source = mine.front();
-        std::vector<_DSSegment*> parents = all(kr::targetsOf<DSParent>(source->_get_physicalParent()));
+        std::vector<_DSSegment*> parents = kr::collect(kr::targetsOf<DSParent>(source->_get_physicalParent()));
         if (auto* complex = kr::dyn_cast<_DSSegmentComplex>(source))
             for (_DSSegmentComplex* p : kr::sourcesOf<DSLChild>(complex->_get_logParent())) parents.push_back(p);
         bool joins = false;

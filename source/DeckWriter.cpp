@@ -182,13 +182,12 @@ void segmentStatements(Deck& deck, _DSDBD* dbd, _DSSegment* seg) {
     ops.add("NAME", val(segName(seg)));
     // PARENT=((parent[,pointer])[,(logical parent,kind,dbd)])
     std::string physical;
-    for (const ADObject& l : *seg->_get_physicalParent()) {
-        auto* p = kr::cast<_DSParent>(l.impl());
+    for (_DSParent* p : kr::linksOf<DSParent>(seg->_get_physicalParent())) {
         physical = list({val(segName(kr::endOf(p->_get_target()))), val(str(p->_get_pcPointer()))});
     }
     _DSLChild* logical = nullptr;
     if (cx)
-        for (const ADObject& l : *cx->_get_logParent()) logical = kr::cast<_DSLChild>(l.impl());
+        for (_DSLChild* l : kr::linksOf<DSLChild>(cx->_get_logParent())) logical = l;
     if (logical) {
         _DSSegmentComplex* lp = kr::endOf(logical->_get_source());
         std::string p = physical.empty() ? "0" : physical;
@@ -231,8 +230,7 @@ void segmentStatements(Deck& deck, _DSDBD* dbd, _DSSegment* seg) {
         ops.add("RULES", codes.empty() ? val(place) : codes);
     if (auto* logicalSeg = kr::dyn_cast<_DSSegmentLogical>(seg)) {
         std::vector<std::string> all;
-        for (const ADObject& l : *logicalSeg->_get_sourceSegments()) {
-            auto* src = kr::cast<_DSSource>(l.impl());
+        for (_DSSource* src : kr::linksOf<DSSource>(logicalSeg->_get_sourceSegments())) {
             _DSSegment* t = kr::endOf(src->_get_target());
             all.push_back(list({val(segName(t)), src->_get_dataAlso() ? "DATA" : "KEY", val(dbdOf(t))}, false));
         }
@@ -298,8 +296,7 @@ void segmentStatements(Deck& deck, _DSDBD* dbd, _DSSegment* seg) {
         }
     }
     if (!cx) return;
-    for (const ADObject& l : *cx->_get_logChildren()) {
-        auto* rel = kr::cast<_DSLChild>(l.impl());
+    for (_DSLChild* rel : kr::linksOf<DSLChild>(cx->_get_logChildren())) {
         _DSSegmentComplex* child = kr::endOf(rel->_get_target());
         Ops lo(Stmt::LCHILD);
         lo.add("NAME", list({val(segName(child)), val(dbdOf(child))}, false));
@@ -411,7 +408,7 @@ std::string writeDbdDeck(_DSDBD* dbd) {
     std::vector<_DSSegment*> segments;
     for (_DSSegment* s : kr::targetsOf<DSContainsSegment>(dbd->_get_segments())) segments.push_back(s);
     std::vector<_DSDSColl*> groups;
-    for (const ADObject& l : *dbd->_get_datasets()) groups.push_back(kr::cast<_DSDSColl>(l.impl()));
+    for (_DSDSColl* g : kr::linksOf<DSDSColl>(dbd->_get_datasets())) groups.push_back(g);
     auto datasetOf = [](_DSSegment* s) -> _DSTARNDataset* {
         auto* cx = kr::dyn_cast<_DSSegmentComplex>(s);
         return cx ? kr::targetsOf<DSIsPartOf>(cx->_get_dataset()).first() : nullptr;

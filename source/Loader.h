@@ -9,6 +9,8 @@
 #include <krmwtarn/source/Language.h>
 
 #include <krmwtarn/model/framework/Navigation.h>
+
+#include <krmwtarn/model/framework/Navigation.h>
 #include <krmwtarn/platform/common/Refusals.h>
 
 #include "Operands.h"
@@ -89,6 +91,15 @@ private:
     void guarded(const Location& at, Stmt stmt, Step&& step) {
         if (auto refused = kr::refusalOf(step))
             diags_.error(at, std::string(nameOf(stmt)) + ": the model refuses it: " + kr::explain(*refused));
+    }
+
+    // The logical relationship between a parent and a child segment: the
+    // child's SEGM and the parent's LCHILD both describe it, so whichever is
+    // read second finds the link the first made.
+    DSLChild logicalRelationship(DSSegmentComplex& parent, DSSegmentComplex& child) {
+        for (_DSLChild* l : kr::linksOf<DSLChild>(child->_get_logParent()))
+            if (kr::endOf(l->_get_source()) == parent.operator->()) return DSLChild(l);
+        return link<DSLChild>(&parent, &child);
     }
 
     // ---- lookups ----

@@ -74,10 +74,7 @@ void Loader::lchildStatement(const Statement& st) {
                        : diags_.error(pairAt, "LCHILD PAIR: no segment " + pair + " in DBD " + pairDbd);
         guarded(nameAt, Stmt::LCHILD, [&] {
             auto p = as<DSSegmentComplex>(parent.impl()), c = as<DSSegmentComplex>(child);
-            DSLChild rel;
-            for (const ADObject& l : *c->_get_logParent())
-                if (kr::cast<_DSLChild>(l.impl())->_get_source()->impl() == parent.impl()) rel = as<DSLChild>(l.impl());
-            if (rel.isEmpty()) rel = link<DSLChild>(&p, &c);
+            DSLChild rel = logicalRelationship(p, c);
             rel->_set_strLPARENT(parentName.c_str(), omStore);
             if (!ptr.empty()) rel->_set_lcPointer(ptr.c_str(), omStore);
             if (!rules.empty()) rel->_set_rules(rules.c_str(), omStore);

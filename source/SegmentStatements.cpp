@@ -178,11 +178,7 @@ void Loader::segmParent(Operands& ops, DSSegment& seg, const std::string& name, 
                 lpAt, "SEGM PARENT: no segment " + lpName + " of a physical DBD " + lpDbd + " as logical parent");
         guarded(lpAt, Stmt::SEGM, [&] {
             auto parentSeg = as<DSSegmentComplex>(lp), childSeg = as<DSSegmentComplex>(child.impl());
-            // The logical parent's LCHILD statement may have made the relationship already.
-            DSLChild rel;
-            for (const ADObject& l : *childSeg->_get_logParent())
-                if (kr::cast<_DSLChild>(l.impl())->_get_source()->impl() == lp) rel = as<DSLChild>(l.impl());
-            if (rel.isEmpty()) rel = link<DSLChild>(&parentSeg, &childSeg);
+            DSLChild rel = logicalRelationship(parentSeg, childSeg);
             if (!kind.empty()) rel->_set_virtualParent(kind.c_str(), omStore);
             if (lparnt) rel->_set_lparent(1, omStore);
             if (ctr) rel->_set_counter(1, omStore);

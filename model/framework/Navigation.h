@@ -11,6 +11,7 @@
 
 #include <cassert>
 #include <type_traits>
+#include <vector>
 
 namespace kr {
 
@@ -82,6 +83,43 @@ public:
 private:
     DSModelCollection* role_;
 };
+
+// A role's links themselves, as their class (for a link's own attributes).
+template <class Link>
+class Links {
+public:
+    explicit Links(DSModelCollection* role) noexcept : role_(role) {}
+    class iterator {
+    public:
+        explicit iterator(const ADObject* at) noexcept : at_(at) {}
+        ImplOf<Link>* operator*() const noexcept { return cast<ImplOf<Link>>(at_->impl()); }
+        iterator& operator++() noexcept {
+            ++at_;
+            return *this;
+        }
+        bool operator!=(const iterator& other) const noexcept { return at_ != other.at_; }
+
+    private:
+        const ADObject* at_;
+    };
+    iterator begin() const noexcept { return iterator(role_ ? role_->begin() : nullptr); }
+    iterator end() const noexcept { return iterator(role_ ? role_->end() : nullptr); }
+
+private:
+    DSModelCollection* role_;
+};
+template <class Link>
+Links<Link> linksOf(DSModelCollection* role) noexcept {
+    return Links<Link>(role);
+}
+
+// The objects of a range gathered, for counting and searching.
+template <class Range>
+auto collect(const Range& range) {
+    std::vector<std::remove_reference_t<decltype(*range.begin())>> out;
+    for (auto* o : range) out.push_back(o);
+    return out;
+}
 
 // The object at an end of a link in hand (`link->_get_target()`), typed as
 // the end's class; null when that end is not set.

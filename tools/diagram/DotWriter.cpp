@@ -17,20 +17,6 @@ namespace {
 
 // ---- reading the model ----------------------------------------------------
 
-// The links of a role themselves, as their class.
-template <class Link>
-std::vector<kr::ImplOf<Link>*> linksOf(DSModelCollection* role) {
-    std::vector<kr::ImplOf<Link>*> out;
-    for (const ADObject& h : *role) out.push_back(kr::cast<kr::ImplOf<Link>>(h.impl()));
-    return out;
-}
-// The far ends of a role gathered, for counting and searching.
-template <class Range>
-std::vector<typename Range::Far*> all(const Range& range) {
-    std::vector<typename Range::Far*> out;
-    for (auto* o : range) out.push_back(o);
-    return out;
-}
 std::string str(const char* s) { return s ? std::string(s) : std::string(); }
 
 // An object's own name attribute, else its adName, else its object ID.
@@ -57,7 +43,9 @@ _DSDBD* dbdOfAccess(_DSDBDaccess* access) {
     return kr::sourcesOf<DSDefinedByAccess>(access->_get_containingDBD()).first();
 }
 _DSDBDaccess* accessOf(_DSDBD* dbd) { return kr::targetsOf<DSDefinedByAccess>(dbd->_get_dliAccess()).first(); }
-std::vector<_DSSegment*> segmentsOf(_DSDBD* dbd) { return all(kr::targetsOf<DSContainsSegment>(dbd->_get_segments())); }
+std::vector<_DSSegment*> segmentsOf(_DSDBD* dbd) {
+    return kr::collect(kr::targetsOf<DSContainsSegment>(dbd->_get_segments()));
+}
 _DSSegment* parentOf(_DSSegment* seg) { return kr::targetsOf<DSParent>(seg->_get_physicalParent()).first(); }
 // The first segment without a parent: where an index points from and a
 // HIDAM database is entered.
@@ -103,9 +91,9 @@ public:
         for (_DSSegment* seg : segmentsOf(dbd)) segment(seg);
         _DSDBDaccess* access = accessOf(dbd);
         if (auto* hidam = kr::dyn_cast<_DSDBDhidam>(access))
-            for (_DSIndex* l : linksOf<DSIndex>(hidam->_get_primaryIndex())) primary(l);
+            for (_DSIndex* l : kr::linksOf<DSIndex>(hidam->_get_primaryIndex())) primary(l);
         if (auto* index = kr::dyn_cast<_DSDBDindex>(access)) {
-            for (_DSIndex* l : linksOf<DSIndex>(index->_get_primaryIndexTarget())) primary(l);
+            for (_DSIndex* l : kr::linksOf<DSIndex>(index->_get_primaryIndexTarget())) primary(l);
             for (_DSXDFLD* x : kr::sourcesOf<DSIsUseOf>(index->_get_secondaryIndexTarget())) xdfld(x);
         }
         return std::move(edges_);
@@ -117,13 +105,13 @@ private:
     }
 
     void segment(_DSSegment* seg) {
-        for (_DSSource* l : linksOf<DSSource>(seg->_get_logicalSegments())) source(l);
+        for (_DSSource* l : kr::linksOf<DSSource>(seg->_get_logicalSegments())) source(l);
         if (auto* logicalSeg = kr::dyn_cast<_DSSegmentLogical>(seg))
-            for (_DSSource* l : linksOf<DSSource>(logicalSeg->_get_sourceSegments())) source(l);
+            for (_DSSource* l : kr::linksOf<DSSource>(logicalSeg->_get_sourceSegments())) source(l);
         auto* cx = kr::dyn_cast<_DSSegmentComplex>(seg);
         if (!cx) return;
-        for (_DSLChild* l : linksOf<DSLChild>(cx->_get_logChildren())) logical(l);
-        for (_DSLChild* l : linksOf<DSLChild>(cx->_get_logParent())) logical(l);
+        for (_DSLChild* l : kr::linksOf<DSLChild>(cx->_get_logChildren())) logical(l);
+        for (_DSLChild* l : kr::linksOf<DSLChild>(cx->_get_logParent())) logical(l);
         for (_DSLChild* l : kr::sourcesOf<DSHasPair>(cx->_get_pairedLogChild())) logical(l);
         for (_DSXDFLD* x : kr::targetsOf<DSHasIndex>(cx->_get_indices())) xdfld(x);
         for (_DSXDFLD* x : kr::sourcesOf<DSHasIndexSource>(cx->_get_sourcedIndex())) xdfld(x);
@@ -141,7 +129,7 @@ private:
         std::string label = "LCHILD";
         if (link->_get_rules()) label += std::string(" RULES=") + link->_get_rules();
         add(kr::endOf(link->_get_source()), child, "lchild", {label}, link);
-        for (_DSHasPair* pair : linksOf<DSHasPair>(link->_get_pairedSegment()))
+        for (_DSHasPair* pair : kr::linksOf<DSHasPair>(link->_get_pairedSegment()))
             add(child, kr::endOf(pair->_get_target()), "pair", {"PAIR"}, pair);
     }
 
@@ -289,7 +277,7 @@ private:
         for (_ADObject* o : subjects_) {
             std::vector<_DSPCB*> some;
             if (auto* psb = kr::dyn_cast<_DSPSB>(o))
-                some = all(kr::targetsOf<DSIncludesPCB>(psb->_get_listPCBs()));
+                some = kr::collect(kr::targetsOf<DSIncludesPCB>(psb->_get_listPCBs()));
             else if (auto* pcb = kr::dyn_cast<_DSPCB>(o))
                 some = {pcb};
             for (_DSPCB* p : some)
@@ -329,7 +317,7 @@ private:
 
     std::vector<std::string> segmentLines(_DSSegment* s) {
         std::vector<std::string> lines = {nameOf(s)};
-        std::vector<_DSField*> fields = all(kr::targetsOf<DSHasField>(s->_get_fields()));
+        std::vector<_DSField*> fields = kr::collect(kr::targetsOf<DSHasField>(s->_get_fields()));
         for (_DSField* field : fields) {
             if (!field->_get_sequenceField()) continue;
             lines.push_back("key " + nameOf(field) + (field->_get_uniqueSequence() ? " (U)" : " (M)"));
@@ -430,7 +418,7 @@ private:
         _DSPSB* psb = kr::sourcesOf<DSIncludesPCB>(pcb->_get_usingPSBs()).first();
         int number = 1;
         if (psb) {
-            std::vector<_DSPCB*> list = all(kr::targetsOf<DSIncludesPCB>(psb->_get_listPCBs()));
+            std::vector<_DSPCB*> list = kr::collect(kr::targetsOf<DSIncludesPCB>(psb->_get_listPCBs()));
             number = static_cast<int>(std::find(list.begin(), list.end(), pcb) - list.begin()) + 1;
         }
         std::string base = psb ? nameOf(psb) + "/" + std::to_string(number) : nameOf(pcb);
