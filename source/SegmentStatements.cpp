@@ -148,7 +148,7 @@ void Loader::segmParent(Operands& ops, DSSegment& seg, const std::string& name, 
     std::string parentName = physical ? ops.textAt(Kw::SEGM_PARENT, physical->item(0)) : std::string();
     if (parentName.empty() || parentName == "0") {
         if (d_.rootSegment.isEmpty()) d_.rootSegment = seg;
-    } else if (_ADObject* p = findSegment(d_.name, parentName)) {
+    } else if (_ADObject* p = parentName == name ? nullptr : findSegment(d_.name, parentName)) {
         auto ps = as<DSSegment>(p);
         auto l = link<DSParent>(&seg, &ps);
         std::string ptr = physical->size() > 1 ? ops.textAt(Kw::SEGM_PARENT, physical->item(1)) : std::string();

@@ -254,6 +254,11 @@ INSTANTIATE_TEST_SUITE_P(
         Hostile{"DuplicateDefinitionDiffering",
                 {{"a.dbd", kHospital}, {"b.dbd", "         DBD   NAME=H,ACCESS=HISAM\n         DBDGEN\n"}},
                 "b.dbd:1:10: error: DBD H: defined again differently (first at a.dbd:1:10)"},
+        Hostile{"OwnParent",
+                {{"o.dbd",
+                  "         DBD   NAME=O,ACCESS=HISAM\n         SEGM  NAME=A,BYTES=4\n"
+                  "         SEGM  NAME=B,PARENT=B,BYTES=4\n         DBDGEN\n"}},
+                "o.dbd:3:30: error: SEGM PARENT: no segment B before B in DBD O"},
         Hostile{"BadNumber",
                 {{"n.dbd", "         DBD   NAME=N,ACCESS=HISAM\n         SEGM  NAME=A,BYTES=(12X)\n         DBDGEN\n"}},
                 "n.dbd:2:30: error: SEGM BYTES: a number from 0 to 32767 is expected, not '12X'"},
