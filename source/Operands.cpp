@@ -53,6 +53,7 @@ Operands::Operands(const Statement& st, Stmt statement, Diagnostics& diags)
         const Value* v = unwrap(&op.value);
         if (single(kw.shape) && v->kind == Value::List) {
             diags.error(op.value.at, stmt + " " + kw.name + ": one value is expected, not " + shown(*v));
+            refused_[slot(k)] = true;
             continue;
         }
         given_[slot(k)] = &op;
@@ -141,6 +142,7 @@ std::string Operands::choice(Kw k) {
 
 bool Operands::require(Kw k) {
     if (value(k)) return true;
+    if (refused_[slot(k)]) return false;  // told when the operands were read
     diags_.error(at(k), name(k) + ": required");
     return false;
 }

@@ -65,6 +65,7 @@ private:
     Diagnostics& diags_;
     std::size_t first_ = 0;
     std::array<const Operand*, kMaxRows> given_{};
+    std::array<bool, kMaxRows> refused_{};  // given in a shape the row does not take: told already
 };
 
 }  // namespace krsource

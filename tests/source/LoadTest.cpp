@@ -254,6 +254,9 @@ INSTANTIATE_TEST_SUITE_P(
         Hostile{"DuplicateDefinitionDiffering",
                 {{"a.dbd", kHospital}, {"b.dbd", "         DBD   NAME=H,ACCESS=HISAM\n         DBDGEN\n"}},
                 "b.dbd:1:10: error: DBD H: defined again differently (first at a.dbd:1:10)"},
+        Hostile{"NameAsASublist",
+                {{"s.dbd", "         DBD   NAME=S,ACCESS=HISAM\n         SEGM  NAME=(A,B),BYTES=4\n         DBDGEN\n"}},
+                "s.dbd:2:21: error: SEGM NAME: one value is expected, not a sublist of 2 values"},
         Hostile{"OwnParent",
                 {{"o.dbd",
                   "         DBD   NAME=O,ACCESS=HISAM\n         SEGM  NAME=A,BYTES=4\n"
@@ -301,5 +304,16 @@ TEST(LoadErrors, WhatNamesAFailedDefinitionIsNotToldAgain) {
     EXPECT_EQ(errors[0].rfind("a.dbd:5:10: error: continuation card", 0), 0u) << errors[0];
     EXPECT_EQ(errors[1].rfind("b.dbd:1:", 0), 0u) << errors[1];
     EXPECT_EQ(r.dbds.size(), 0u);
+    DSRegistrar::releaseAll();
+}
+
+// A value in a shape its keyword does not take is one error, not also a
+// keyword missing.
+TEST(LoadErrors, AValueOfTheWrongShapeIsToldOnce) {
+    LoadResult r = krsource::loadDecks(
+        {{"s.dbd", "         DBD   NAME=S,ACCESS=HISAM\n         SEGM  NAME=(A,B),BYTES=4\n         DBDGEN\n"}});
+    std::size_t errors = 0;
+    for (const auto& d : r.diagnostics) errors += d.severity == krsource::Severity::Error;
+    EXPECT_EQ(errors, 1u) << decktest::report(r);
     DSRegistrar::releaseAll();
 }
