@@ -7,6 +7,8 @@
 // DbdStatements.cpp, SegmentStatements.cpp and PsbStatements.cpp.
 #include "Loader.h"
 
+#include <krmwtarn/model/framework/GraphCheck.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -192,6 +194,7 @@ LoadResult loadDecks(const std::vector<Deck>& decks, const char* version) {
         else
             loader.keep(result, names);
     }
+    KR_ASSERT_GRAPH(diags.hasErrors() ? "a load of decks, undone" : "a load of decks");
     result.diagnostics = diags.take();
     // Messages in reading order: by the order of the files given, then by place.
     std::unordered_map<std::string, std::size_t> order;

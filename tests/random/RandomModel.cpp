@@ -2,6 +2,9 @@
 // check of the randomized run (see RandomModel.h).
 #include "RandomModel.h"
 
+#include <krmwtarn/model/framework/GraphCheck.h>
+#include <krmwtarn/platform/repository/ADReflection.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -77,11 +80,7 @@ struct LinkClass {
     bool controllerTest(int end) const { return endFlags[1 - end] & adFlagControlling; }
 };
 
-bool isValueType(const char* t) {
-    for (const char* v : {"string", "boolean", "short", "ushort", "long", "char"})
-        if (std::strcmp(t, v) == 0) return true;
-    return false;
-}
+bool isValueType(const char* t) { return adFindValueType(t) != nullptr; }
 
 // Rows of an object's whole attribute-table chain, keyed by its class name.
 const ClassRows& rowsOf(_ADObject* o) {
@@ -1181,91 +1180,11 @@ bool Driver::checkThrowOutcome(long expected, long actual, const char* what) {
     return false;
 }
 
+// The library's check of the whole graph, with the handles the driver holds,
+// so that use counts must come out exact.
 bool Driver::check() {
-    struct Node {
-        bool registered = false;
-        int references = 0;  // handles found on the object
-        int roleEntries = 0;
-        int ends = 0;
-    };
-    std::unordered_map<_ADObject*, Node> live;
-    std::size_t registered = 0;
-    DSRegistrar::forEach([&](_ADObject* o) {
-        live[o].registered = true;
-        ++registered;
-    });
-    if (registered != DSRegistrar::count()) fail("registry walk and count disagree");
-    auto name = [](_ADObject* o) { return std::string(o->whoAmI()) + ":" + o->objID() + "@" + o->context(); };
-    for (const ADObject& h : slots_) {
-        if (h.isEmpty()) continue;
-        auto it = live.find(h.impl());
-        if (it == live.end()) {
-            fail("a held object is not registered");
-            return false;
-        }
-        ++it->second.references;
-    }
-    // Objects reached through roles and ends join as they are found; a deleted
-    // object is the only kind that may live off the registry.
-    std::vector<_ADObject*> work;
-    for (auto& [o, node] : live) work.push_back(o);
-    auto reach = [&](const ADObject& h) -> Node& {
-        auto [it, added] = live.try_emplace(h.impl());
-        if (added) work.push_back(h.impl());
-        return it->second;
-    };
-    for (std::size_t i = 0; i < work.size(); ++i) {
-        _ADObject* o = work[i];
-        for (const RoleRow& r : rowsOf(o).roles) {
-            const char* linkClass = adRoleLinkClass(*r.row);
-            for (const ADObject& h : *(o->*r.row->getter.role)()) {
-                if (h.isEmpty()) {
-                    fail("role " + name(o) + "." + r.row->name + " holds an empty handle");
-                    return false;
-                }
-                Node& member = reach(h);
-                ++member.references;
-                ++member.roleEntries;
-                if (std::strcmp(h->whoAmI(), linkClass) != 0) {
-                    fail("role " + name(o) + "." + r.row->name + " holds a " + h->whoAmI());
-                    return false;
-                }
-                if (!(asLink(h.impl())->endSlot(r.end) == o))
-                    fail("role " + name(o) + "." + r.row->name + " holds " + name(h.impl()) + ", whose " +
-                         endName[r.end] + " is another object");
-            }
-        }
-        if (!isLink(o)) continue;
-        _KRLink* l = asLink(o);
-        for (int e = 0; e < 2; ++e) {
-            ADObject& end = l->endSlot(e);
-            if (end.isEmpty()) continue;
-            ++reach(end).references;
-            ++live[o].ends;
-            if (!end->isKindOf(l->linkInfo().endClass[e])) {
-                fail("the " + std::string(endName[e]) + " of " + name(o) + " is a " + end->whoAmI());
-                return false;
-            }
-            long times = 0;
-            for (const ADObject& h : *l->linkInfo().role[e](end.impl())) times += h == o;
-            if (times != 1)
-                fail(name(o) + " stands " + std::to_string(times) + " times in the role of its " + endName[e]);
-        }
-    }
-    for (auto& [o, node] : live) {
-        if (node.registered) {
-            if (DSRegistrar::findObj(o->whoAmI(), o->objID(), o->context()) != o)
-                fail(name(o) + " is not found by its identity");
-        } else if (!(o->status() & adStatusDeleted)) {
-            fail(name(o) + " is live, not deleted and not registered");
-        }
-        if (node.roleEntries != node.ends)
-            fail(name(o) + " stands in " + std::to_string(node.roleEntries) + " roles with " +
-                 std::to_string(node.ends) + " ends set");
-        if (o->_get_useCount() != node.references)
-            fail(name(o) + " has use count " + std::to_string(o->_get_useCount()) + " for " +
-                 std::to_string(node.references) + " handles");
-    }
+    const std::vector<std::string> faults = kr::checkGraph(&slots_, 1);
+    if (!faults.empty()) fail(faults.front());
     return failure_.empty();
 }
 
