@@ -13,7 +13,11 @@ public:
     Collect(const Rule& rule, const krsource::LoadResult* from, std::vector<Finding>& out)
         : rule_(rule), from_(from), out_(out) {}
     void operator()(const _ADObject* object, const std::string& path, std::string message) override {
-        Finding f{rule_.severity, rule_.code, path, std::move(message), {}, 0, 0};
+        Finding f;
+        f.severity = rule_.severity;
+        f.code = rule_.code;
+        f.path = path;
+        f.message = std::move(message);
         if (const krsource::Place* at = from_ ? from_->placeOf(object) : nullptr) {
             f.file = from_->files[static_cast<std::size_t>(at->file)];
             f.line = at->line;
@@ -28,11 +32,6 @@ private:
     std::vector<Finding>& out_;
 };
 }  // namespace
-
-std::string Finding::text() const {
-    std::string where = located() ? file + ":" + std::to_string(line) + ":" + std::to_string(column) : path;
-    return where + ": " + (severity == Severity::Error ? "error" : "warning") + ": [" + code + "] " + message;
-}
 
 namespace {
 // Every rule of one kind (the rule's member `onKind`) over the facts of one definition.

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <krmwtarn/platform/common/Export.h>
+#include <krmwtarn/platform/common/Finding.h>
 
 #include <krmwtarn/source/DeckLoader.h>
 
@@ -16,21 +17,12 @@
 
 namespace krcheck {
 
-enum class Severity { Error, Warning };
+using kr::Severity;
 
-struct KRMWTARN_API Finding {
-    Severity severity = Severity::Error;
-    std::string code;     // e.g. SEG-LEVELS
-    std::string path;     // e.g. HOSPDBD/PATIENT/PATNAME
-    std::string message;  // what is wrong, in the statements' words
-    std::string file;     // the deck, when the object came from one; else empty
-    int line = 0;
-    int column = 0;
-    bool located() const noexcept { return !file.empty(); }
-    // "file:line:column: error: [CODE] message", or "PATH: error: [CODE] message"
-    // when the object came from no deck.
-    std::string text() const;
-};
+// A rule broken: the rule's severity and code, the object's path
+// (HOSPDBD/PATIENT/PATNAME), the message in the statements' words, and the
+// deck place of the object when it came from a deck.
+using Finding = kr::Finding;
 
 // Checks one definition. With `from`, the load that made it, findings carry
 // the location of the statement that made the object they are about.

@@ -214,7 +214,7 @@ LoadResult loadDeckFiles(const std::vector<std::string>& paths, const char* vers
     LoadResult failed;
     for (const std::string& path : paths) {
         auto refuse = [&](const std::string& why) {
-            failed.diagnostics.push_back({path, 0, 0, Severity::Error, "cannot read the deck: " + why});
+            failed.diagnostics.push_back({path, 0, 0, Severity::Error, "cannot read the deck: " + why, {}, {}});
         };
         std::error_code ec;
         if (std::filesystem::is_directory(path, ec)) {

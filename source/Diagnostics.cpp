@@ -3,12 +3,6 @@
 
 namespace krsource {
 
-std::string Diagnostic::text() const {
-    // A problem with the file as a whole (it cannot be read) has no card.
-    std::string at = line > 0 ? file + ":" + std::to_string(line) + ":" + std::to_string(column) : file;
-    return at + ": " + (severity == Severity::Error ? "error: " : "warning: ") + message;
-}
-
 void Diagnostics::add(const Location& at, Severity severity, std::string message) {
     if (severity == Severity::Error) {
         ++errors_;
@@ -17,7 +11,7 @@ void Diagnostics::add(const Location& at, Severity severity, std::string message
     } else if (++warnings_ > kMaxErrors * 10) {
         return;
     }
-    list_.push_back({at.file ? *at.file : std::string(), at.line, at.column, severity, std::move(message)});
+    list_.push_back({at.file ? *at.file : std::string(), at.line, at.column, severity, std::move(message), {}, {}});
 }
 
 }  // namespace krsource

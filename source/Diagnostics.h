@@ -4,6 +4,7 @@
 #pragma once
 
 #include <krmwtarn/platform/common/Export.h>
+#include <krmwtarn/platform/common/Finding.h>
 
 #include <cstddef>
 #include <string>
@@ -11,7 +12,7 @@
 
 namespace krsource {
 
-enum class Severity { Error, Warning };
+using kr::Severity;
 
 // A place in a deck: the deck's file name, card number and column (both from 1).
 struct KRMWTARN_API Location {
@@ -20,16 +21,8 @@ struct KRMWTARN_API Location {
     int column = 0;
 };
 
-struct KRMWTARN_API Diagnostic {
-    std::string file;
-    int line = 0;
-    int column = 0;
-    Severity severity = Severity::Error;
-    std::string message;
-    // "file:line:column: error: message", or "file: error: message" for the
-    // file as a whole (line 0)
-    std::string text() const;
-};
+// A problem in a deck: its file, card and column, severity and message.
+using Diagnostic = kr::Finding;
 
 class KRMWTARN_API Diagnostics {
 public:

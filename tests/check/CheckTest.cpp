@@ -432,7 +432,7 @@ TEST_F(Check, TheSampleHasNoErrorsAndItsFindingsNamePaths) {
 }
 
 TEST_F(Check, ALocatedFindingReadsAsTheToolPrintsIt) {
-    krcheck::Finding f{krcheck::Severity::Error, "SEG-ROOT", "D/S", "segment S is a second root", "d.dbd", 3, 10};
+    krcheck::Finding f{"d.dbd", 3, 10, krcheck::Severity::Error, "segment S is a second root", "SEG-ROOT", "D/S"};
     EXPECT_EQ(f.text(), "d.dbd:3:10: error: [SEG-ROOT] segment S is a second root");
 }
 

@@ -3,6 +3,7 @@
 // placeholder filled and its number kept; one the table lacks reads as its
 // message, and the owner of a thrown exception frees it on every path.
 #include <krmwtarn/krmwtarn.h>
+#include <krmwtarn/platform/common/Finding.h>
 #include <krmwtarn/platform/common/Refusals.h>
 
 #include <gtest/gtest.h>
@@ -52,4 +53,24 @@ TEST(RefusalText, OneTheTableLacksReadsAsItsMessageOrItsText) {
     KVException odd("ewswtarn_", 2514, "only one");
     EXPECT_FALSE(kr::hasSentence(odd));
     EXPECT_EQ(kr::explain(odd), "ewswtarn_ 2514: only one");
+}
+
+// Every finding reads as one line: its place (a deck place, the file as a
+// whole, or an object path), its severity, its code where it has one.
+TEST(FindingText, ThePlaceIsTheDeckElseTheFileElseThePath) {
+    struct Case {
+        kr::Finding f;
+        const char* text;
+    };
+    for (const Case& c : std::vector<Case>{{{"d.dbd", 3, 10, kr::Severity::Error, "a second root", "SEG-ROOT", "D/S"},
+                                            "d.dbd:3:10: error: [SEG-ROOT] a second root"},
+                                           {{"d.dbd", 0, 0, kr::Severity::Error, "cannot read the deck", {}, {}},
+                                            "d.dbd: error: cannot read the deck"},
+                                           {{{}, 0, 0, kr::Severity::Warning, "no sequence field", "SEQ", "D/S"},
+                                            "D/S: warning: [SEQ] no sequence field"},
+                                           {{{}, 0, 0, kr::Severity::Error, "refused", {}, {}}, "error: refused"}})
+        EXPECT_EQ(c.f.text(), c.text);
+    KVException store("krmwtarn_store", 7, "the repository is locked by ann");
+    kr::Finding f = kr::findingOf(store, "repo.db");
+    EXPECT_EQ(f.text(), "repo.db: error: [7] the repository is locked by ann");
 }
