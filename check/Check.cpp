@@ -5,6 +5,8 @@
 
 #include <krmwtarn/model/framework/Navigation.h>
 
+#include <cassert>
+
 namespace krcheck {
 namespace {
 // Findings of one rule, placed where their objects were made.
@@ -13,6 +15,7 @@ public:
     Collect(const Rule& rule, const krsource::LoadResult* from, std::vector<Finding>& out)
         : rule_(rule), from_(from), out_(out) {}
     void operator()(const _ADObject* object, const std::string& path, std::string message) override {
+        assert(!path.empty() && !message.empty() && "a finding names its object and what is wrong");
         Finding f;
         f.severity = rule_.severity;
         f.code = rule_.code;

@@ -5,6 +5,7 @@
 #include <krmwtarn/platform/common/Trace.h>
 #include <krmwtarn/platform/repository/DSRegistrar.h>
 
+#include <cassert>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -132,12 +133,15 @@ void _KRLink::moveAfterInSource(const ADObject* after, omSetProcessing how) {
     ADObject& source = endSlot(krSource);
     if (!source.isEmpty()) {
         DSModelCollection* role = linkInfo().role[krSource](source.impl());
-        for (ADObject* h = role->first(); h; h = role->next()) {
+        bool found = false;
+        for (ADObject* h = role->first(); h && !found; h = role->next()) {
             if (*h == this) {
                 role->moveAfter(after && !after->isEmpty() ? after : nullptr);
-                break;
+                found = true;
             }
         }
+        assert(found && "a link's source holds the link in its role");
+        (void)found;
     }
     // The order lives in the source's role, so the source end is marked.
     kr::finishSet(this, how, endName[krSource], [this](bool on) { setEndChanged(adEndSource, on); });
@@ -158,6 +162,7 @@ int _KRLink::removeEnd(int end) {
             break;
         }
     }
+    assert(slot.isEmpty() && "a link's end holds the link in its role");
     return 1;
 }
 

@@ -8,6 +8,7 @@
 
 #include <krmwtarn/platform/repository/ADAttributeEntry.h>
 
+#include <cassert>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -110,7 +111,10 @@ public:
 
     // Use count.
     void newHandle() noexcept { ++useCount_; }
-    int freeHandle() noexcept { return --useCount_; }
+    int freeHandle() noexcept {
+        assert(useCount_ > 0 && "a handle freed that was never counted");
+        return --useCount_;
+    }
     int _get_useCount() const noexcept { return useCount_; }
 
     unsigned status() const noexcept { return status_; }

@@ -5,6 +5,7 @@
 #include <krmwtarn/platform/common/KVException.h>
 #include <krmwtarn/platform/repository/ADLink.h>
 
+#include <cassert>
 #include <cstdio>
 
 ADObject* DSModelCollection::first() noexcept {
@@ -80,6 +81,7 @@ void DSModelCollection::moveAfter(const ADObject* after) {
     ADObject moving = std::move(items_[static_cast<size_t>(from)]);
     items_.erase(static_cast<std::size_t>(from));
     long to = after ? indexOf(after) + 1 : 0;
+    assert(to >= 0 && to <= count());
     items_.insert(static_cast<std::size_t>(to), std::move(moving));
     cursor_ = to;
 }
