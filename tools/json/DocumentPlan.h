@@ -7,7 +7,7 @@
 // values), which outlive it.
 #pragma once
 
-#include "tools/json/ViewDocument.h"
+#include <krmwtarn/json/ViewDocument.h>
 
 #include <string>
 #include <string_view>

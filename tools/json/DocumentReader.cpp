@@ -2,7 +2,7 @@
 // their views and the class tables into a plan, and checked as a whole (every
 // link with both ends, no duplicate, one link in a one-to-one role, orders that
 // agree), without changing the repository.
-#include "tools/json/DocumentPlan.h"
+#include <krmwtarn/json/DocumentPlan.h>
 
 #include <krmwtarn/platform/repository/ADLink.h>
 #include <krmwtarn/platform/repository/ADReflection.h>

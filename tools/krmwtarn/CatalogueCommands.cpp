@@ -1,7 +1,7 @@
 // CatalogueCommands.cpp — the tool's views of the class table, of one class's
 // attribute-table chain and of the link catalogue, read through the
 // registration record as the repository client reads it.
-#include "tools/krmwtarn/Commands.h"
+#include "Commands.h"
 
 #include <krmwtarn/krmwtarn.h>
 

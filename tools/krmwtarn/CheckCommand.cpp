@@ -2,8 +2,8 @@
 // definitions of decks, of a repository (all, or the DBDs and PSBs named) or of
 // the built-in sample, as `file:line:column: error|warning: [CODE] message`
 // lines (the object's path where there is no deck), or as JSON.
-#include "tools/krmwtarn/Commands.h"
-#include "tools/krmwtarn/Definitions.h"
+#include "Commands.h"
+#include "Definitions.h"
 
 #include <krmwtarn/check/Check.h>
 

@@ -1,13 +1,13 @@
 // DeckCommands.cpp — `load` and `generate` over generation decks, and loading
 // decks as the roots of the view commands (see DeckCommands.h).
-#include "tools/krmwtarn/DeckCommands.h"
+#include "DeckCommands.h"
 
 #include <krmwtarn/source/DeckLoader.h>
 #include <krmwtarn/source/DeckWriter.h>
 #include <krmwtarn/store/Repository.h>
-#include "tools/json/ViewDocument.h"
-#include "tools/krmwtarn/RepoCommands.h"
-#include "tools/sample/SampleModel.h"
+#include <krmwtarn/json/ViewDocument.h>
+#include "RepoCommands.h"
+#include <krmwtarn/sample/SampleModel.h>
 
 #include <algorithm>
 #include <cstring>

@@ -1,6 +1,6 @@
 // Definitions.cpp — the sample, the loaded decks or the retrieved repository as
 // the view commands' definitions, and how a view's root is found in them.
-#include "tools/krmwtarn/Definitions.h"
+#include "Definitions.h"
 
 #include <krmwtarn/platform/common/Refusals.h>
 #include <krmwtarn/source/DeckLoader.h>

@@ -1,12 +1,12 @@
 // DiagramCommand.cpp — `krmwtarn diagram`: DBDs, PSBs and PCBs of the sample,
 // the decks or the repository drawn as one Graphviz DOT picture, printed as
 // DOT or rendered to SVG by Graphviz's dot, on standard output or into a file.
-#include "tools/krmwtarn/Commands.h"
+#include "Commands.h"
 
-#include "tools/diagram/DotWriter.h"
-#include "tools/diagram/Graphviz.h"
-#include "tools/krmwtarn/Definitions.h"
-#include "tools/krmwtarn/Files.h"
+#include <krmwtarn/diagram/DotWriter.h>
+#include <krmwtarn/diagram/Graphviz.h>
+#include "Definitions.h"
+#include "Files.h"
 
 #include <cstdio>
 

@@ -3,9 +3,9 @@
 // the attribute tables: attributes with their values, roles with the link
 // objects (and their own attributes) and the objects at the far end, never
 // walking straight back over the role it came by.
-#include "tools/krmwtarn/Commands.h"
+#include "Commands.h"
 
-#include "tools/krmwtarn/Definitions.h"
+#include "Definitions.h"
 
 #include <krmwtarn/platform/repository/ADReflection.h>
 

@@ -1,13 +1,13 @@
 // RepoCommands.cpp — the repository commands of the krmwtarn tool over the
 // store layer; refusals of the repository are printed as their message.
-#include "tools/krmwtarn/RepoCommands.h"
+#include "RepoCommands.h"
 
 #include <krmwtarn/platform/common/Refusals.h>
 #include <krmwtarn/store/Repository.h>
 #include <krmwtarn/store/Sql.h>
 #include <krmwtarn/store/Units.h>
-#include "tools/json/ViewDocument.h"
-#include "tools/sample/SampleModel.h"
+#include <krmwtarn/json/ViewDocument.h>
+#include <krmwtarn/sample/SampleModel.h>
 
 #include <algorithm>
 #include <cstring>

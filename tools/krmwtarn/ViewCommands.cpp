@@ -1,12 +1,12 @@
 // ViewCommands.cpp — the main job of the tool: expand a view over the built-in
 // sample (`demo`, `expand`), and write or read the sample as JSON documents
 // (`export`, `import`).
-#include "tools/krmwtarn/Commands.h"
+#include "Commands.h"
 
-#include "tools/json/ViewDocument.h"
-#include "tools/krmwtarn/Definitions.h"
-#include "tools/krmwtarn/Files.h"
-#include "tools/krmwtarn/RepoCommands.h"
+#include <krmwtarn/json/ViewDocument.h>
+#include "Definitions.h"
+#include "Files.h"
+#include "RepoCommands.h"
 
 #include <krmwtarn/platform/repository/ADReflection.h>
 #include <krmwtarn/store/Repository.h>

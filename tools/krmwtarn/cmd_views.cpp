@@ -1,8 +1,8 @@
 // cmd_views.cpp — the tool's views and view subcommands: the library's 38 views
 // in registration order with their root class and shape, and the outline of any
 // registered view (this library's or a data-dictionary view it delegates to).
-#include "tools/krmwtarn/Commands.h"
-#include "tools/krmwtarn/Files.h"
+#include "Commands.h"
+#include "Files.h"
 
 #include <krmwtarn/platform/views/DLLView.h>
 #include <krmwtarn/views/EwswtarnViews.h>

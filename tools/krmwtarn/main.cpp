@@ -2,10 +2,10 @@
 // (arguments, --help of the tool and of each command, --version), the call of
 // the chosen command and the check that its output reached standard output.
 // Exit status: 0 done, 1 bad input, 2 bad usage (see Commands.h).
-#include "tools/krmwtarn/Commands.h"
-#include "tools/krmwtarn/DeckCommands.h"
-#include "tools/krmwtarn/Files.h"
-#include "tools/krmwtarn/RepoCommands.h"
+#include "Commands.h"
+#include "DeckCommands.h"
+#include "Files.h"
+#include "RepoCommands.h"
 
 #include <CLI/CLI.hpp>
 

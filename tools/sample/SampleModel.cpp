@@ -1,6 +1,6 @@
 // SampleModel.cpp — the built-in sample definitions. Object IDs are the
 // definitions' names, so the sample is the same objects in every build.
-#include "tools/sample/SampleModel.h"
+#include <krmwtarn/sample/SampleModel.h>
 
 #include <cstring>
 #include <memory>
