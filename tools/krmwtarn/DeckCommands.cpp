@@ -8,6 +8,7 @@
 
 #include <krmwtarn/json/ViewDocument.h>
 #include <krmwtarn/sample/SampleModel.h>
+#include <krmwtarn/model/framework/Navigation.h>
 #include <krmwtarn/source/DeckLoader.h>
 #include <krmwtarn/source/DeckWriter.h>
 #include <krmwtarn/store/Repository.h>
@@ -50,12 +51,10 @@ void printDiagnostics(const krsource::LoadResult& r, std::ostream& err) {
 // Levels of a DBD: the longest chain of physical parents, counting the root.
 int levels(_DSDBD* dbd) {
     int deepest = 0;
-    for (const ADObject& l : *dbd->_get_segments()) {
-        _ADObject* s = static_cast<_KRLink*>(l.impl())->_get_target()->impl();
+    for (_DSSegment* s : kr::targetsOf<DSContainsSegment>(dbd->_get_segments())) {
         int depth = 1;
-        for (_DSSegment* p = static_cast<_DSSegment*>(s); p->_get_physicalParent()->count() && depth <= 255; ++depth)
-            p = static_cast<_DSSegment*>(
-                static_cast<_KRLink*>(p->_get_physicalParent()->at(0)->impl())->_get_target()->impl());
+        for (_DSSegment* p = s; depth <= 255 && (p = kr::targetsOf<DSParent>(p->_get_physicalParent()).first());)
+            ++depth;
         deepest = std::max(deepest, depth);
     }
     return deepest;
@@ -64,10 +63,7 @@ int levels(_DSDBD* dbd) {
 void summary(const krsource::LoadResult& r, std::ostream& out) {
     for (const DSDBD& d : r.dbds) {
         long fields = 0;
-        for (const ADObject& l : *d->_get_segments())
-            fields += static_cast<_DSSegment*>(static_cast<_KRLink*>(l.impl())->_get_target()->impl())
-                          ->_get_fields()
-                          ->count();
+        for (_DSSegment* s : kr::targetsOf<DSContainsSegment>(d->_get_segments())) fields += s->_get_fields()->count();
         DSDBDaccess* a = d->_getFirst_dliAccess();
         const char* access = a ? (*a)->_get_dliAccess() : nullptr;
         out << "DBD " << d->_get_strDBDName() << "  access " << (access ? access : "-") << "  segments "
@@ -75,16 +71,12 @@ void summary(const krsource::LoadResult& r, std::ostream& out) {
     }
     for (const DSPSB& p : r.psbs) {
         long sensegs = 0, senflds = 0;
-        for (const ADObject& l : *p->_get_listPCBs()) {
-            auto* pcb = static_cast<_DSPCB*>(static_cast<_KRLink*>(l.impl())->_get_target()->impl());
-            DSPCBtype* type = pcb->_getFirst_typeOfPCB();
-            if (!type || !(*type)->isKindOf("DSPCBdb")) continue;
-            auto* db = static_cast<_DSPCBdb*>(type->impl());
-            for (const ADObject& s : *db->_get_senseg()) {
+        for (_DSPCB* pcb : kr::targetsOf<DSIncludesPCB>(p->_get_listPCBs())) {
+            auto* db = kr::dyn_cast<_DSPCBdb>(kr::targetsOf<DSSpecifiedByType>(pcb->_get_typeOfPCB()).first());
+            if (!db) continue;
+            for (_DSSenSegment* s : kr::targetsOf<DSHasSensitive>(db->_get_senseg())) {
                 ++sensegs;
-                senflds += static_cast<_DSSenSegment*>(static_cast<_KRLink*>(s.impl())->_get_target()->impl())
-                               ->_get_senflds()
-                               ->count();
+                senflds += s->_get_senflds()->count();
             }
         }
         out << "PSB " << p->_get_strPSBName() << "  PCBs " << p->_get_listPCBs()->count() << "  SENSEGs " << sensegs

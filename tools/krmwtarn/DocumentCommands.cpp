@@ -9,6 +9,7 @@
 #include "RepoCommands.h"
 
 #include <krmwtarn/json/ViewDocument.h>
+#include <krmwtarn/model/framework/Navigation.h>
 #include <krmwtarn/store/Repository.h>
 
 #include <cstdio>
@@ -23,8 +24,8 @@ nlohmann::json documentsOf(const krmwtarn::Definitions& defs) {
     DLLView_init::initAll();
     nlohmann::json docs = nlohmann::json::array();
     for (const ADObject& r : defs.roots())
-        docs.push_back(
-            viewdoc::exportView(DLLViewType::find(r->isKindOf("DSDBD") ? "CORVIAPOPULATEDBD" : "CORVIAPSB"), r.impl()));
+        docs.push_back(viewdoc::exportView(
+            DLLViewType::find(kr::isa<_DSDBD>(r.impl()) ? "CORVIAPOPULATEDBD" : "CORVIAPSB"), r.impl()));
     return nlohmann::json{{"documents", docs}};
 }
 
