@@ -56,7 +56,7 @@ function(krmwtarn_layer name)
   endif()
   krmwtarn_warnings(${target})
   if(L_TOOL)
-    install(TARGETS ${target} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    install(TARGETS ${target} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} NAMELINK_SKIP)
     return()
   endif()
   install(TARGETS ${target} EXPORT krmwtarnTargets
