@@ -6,7 +6,7 @@
 // ratio is near 1 when import time grows linearly with a role, and near 8 when
 // it grows with its square. `ImportSegments` gives the time per segment of a
 // DBD at 5,000, 20,000 and 40,000 segments.
-#include "tools/json/ViewDocument.h"
+#include <krmwtarn/json/ViewDocument.h>
 
 #include <benchmark/benchmark.h>
 #include <krmwtarn/krmwtarn.h>

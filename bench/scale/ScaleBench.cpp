@@ -12,7 +12,7 @@
 #include <krmwtarn/store/Repository.h>
 #include "bench/TimedStores.h"
 #include "tests/store/LargestModel.h"
-#include "tools/json/ViewDocument.h"
+#include <krmwtarn/json/ViewDocument.h>
 
 #include <benchmark/benchmark.h>
 #include <unistd.h>

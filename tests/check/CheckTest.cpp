@@ -5,7 +5,7 @@
 // The decks they start from, decks at the rules' edges, the hand-written decks
 // and the built-in sample have no errors; findings read as the tool prints them.
 #include <krmwtarn/check/Rules.h>
-#include "tools/sample/SampleModel.h"
+#include <krmwtarn/sample/SampleModel.h>
 
 #include <gtest/gtest.h>
 

@@ -9,7 +9,8 @@ case_name="$1" tool="$2" build_dir="$3" version="$4"
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 
-commands=(demo expand export import graph diagram views view classes class links check help)
+commands=(demo expand export import graph diagram load check generate views view classes class links sample list delete
+    lock unlock copy-repo help)
 
 fail() {
     echo "FAIL [$case_name]: $*" >&2
@@ -123,6 +124,24 @@ case_unknown_command_refused() {
     expect_err "krmwtarn: unknown option '--bogus'"
     check 2 help bogus
     expect_err "krmwtarn help: "
+}
+
+# The repository commands are bad usage without a repository, as generate is
+# without decks or the sample: each says what it lacks.
+case_required_combinations_refused() {
+    for c in sample list delete lock unlock copy-repo; do
+        local -a args=("$c")
+        case "$c" in delete | lock | unlock | copy-repo) args+=(X) ;; esac
+        check 2 "${args[@]}"
+        expect_err "krmwtarn $c: --repo PATH|URL ($c works on a repository) is required"
+        expect_err "Usage: krmwtarn $c"
+        expect_no_out
+    done
+    check 2 generate --out "$work/gen"
+    expect_err "krmwtarn generate: DECK... or --sample is required"
+    [ ! -e "$work/gen" ] || fail "a refused generate made its directory"
+    check 2 generate --sample "$work/a.dbd" --out "$work/gen"
+    expect_err "krmwtarn generate: "
 }
 
 case_bad_input_status() {
@@ -345,6 +364,25 @@ case_decks_feed_the_commands() {
     expect_out '"PARTDBD"'
     check 1 demo --decks "$work/missing.dbd"
     expect_err "cannot read the deck"
+}
+
+# load's summary of the sample written as decks: a DBD's segments, fields and
+# levels (the longest chain of physical parents), a PSB's PCBs and what its
+# database PCBs are sensitive to.
+case_decks_load_summary() {
+    check 0 generate --sample --out "$work/sample"
+    check 0 load "$work/sample"/*.dbd "$work/sample"/*.psb
+    cat >"$work/want" <<'END'
+DBD ACCTDEDB  access DEDB  segments 1  fields 0  levels 1
+DBD HOSPDBD  access HIDAM  segments 5  fields 5  levels 4
+DBD HOSPIDX  access INDEX  segments 1  fields 1  levels 1
+DBD HOSPLOG  access LOGICAL  segments 1  fields 0  levels 1
+DBD NAMEIDX  access INDEX  segments 1  fields 1  levels 1
+DBD PARTDBD  access HDAM  segments 1  fields 1  levels 1
+DBD RATEMSDB  access MSDB  segments 1  fields 0  levels 1
+PSB HOSPPSB  PCBs 3  SENSEGs 4  SENFLDs 1
+END
+    cmp -s "$work/want" "$work/out" || fail "the summary differs: $(diff "$work/want" "$work/out")"
 }
 
 case_decks_generate_reads_back() {

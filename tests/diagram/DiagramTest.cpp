@@ -10,9 +10,9 @@
 #include <krmwtarn/source/DeckLoader.h>
 #include <krmwtarn/source/DeckWriter.h>
 
-#include "tools/diagram/DotWriter.h"
-#include "tools/diagram/Graphviz.h"
-#include "tools/sample/SampleModel.h"
+#include <krmwtarn/diagram/DotWriter.h>
+#include <krmwtarn/diagram/Graphviz.h>
+#include <krmwtarn/sample/SampleModel.h>
 
 #include <cstdlib>
 #include <filesystem>

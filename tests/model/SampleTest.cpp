@@ -2,7 +2,7 @@
 // is the same objects when built twice (its objects are found by name).
 #include "TestSupport.h"
 
-#include "tools/sample/SampleModel.h"
+#include <krmwtarn/sample/SampleModel.h>
 
 using Sample = RepositoryTest;
 

@@ -1,7 +1,7 @@
 // DeckTestSupport.cpp — helpers of the deck tests (see DeckTestSupport.h).
 #include "DeckTestSupport.h"
 
-#include "tools/json/ViewDocument.h"
+#include <krmwtarn/json/ViewDocument.h>
 
 #include <algorithm>
 #include <filesystem>

@@ -2,7 +2,7 @@
 // model: the hand-written decks (every statement and operand) and the built-in
 // sample, compared as the documents `export` writes.
 #include "DeckTestSupport.h"
-#include "tools/sample/SampleModel.h"
+#include <krmwtarn/sample/SampleModel.h>
 
 #include <gtest/gtest.h>
 

@@ -23,7 +23,7 @@
 //                              store that succeeded, "refused MESSAGE" else.
 #include <krmwtarn/store/Repository.h>
 #include "tests/store/StoreSupport.h"
-#include "tools/sample/SampleModel.h"
+#include <krmwtarn/sample/SampleModel.h>
 
 #include <chrono>
 #include <cstdio>

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "tests/store/LargestModel.h"
-#include "tools/json/ViewDocument.h"
+#include <krmwtarn/json/ViewDocument.h>
 
 #include <krmwtarn/krmwtarn.h>
 

@@ -16,7 +16,7 @@
 #include <krmwtarn/store/Repository.h>
 #include <krmwtarn/store/Sql.h>
 #include "tests/store/StoreSupport.h"
-#include "tools/sample/SampleModel.h"
+#include <krmwtarn/sample/SampleModel.h>
 
 enum class Backend { Sqlite, Postgres };
 

@@ -4,7 +4,7 @@
 // hostile documents are refused at their place with the repository left
 // exactly as it was, however far the import had come.
 #include "import/ImportCheck.h"
-#include "tools/sample/SampleModel.h"
+#include <krmwtarn/sample/SampleModel.h>
 #include <krmwtarn/views/EwswtarnViews.h>
 
 #include <gtest/gtest.h>

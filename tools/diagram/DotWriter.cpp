@@ -2,7 +2,7 @@
 // The model is walked in its own order (roles keep their order), so the text
 // depends on the definitions alone; sets keyed by object are used for lookups
 // only, never to order what is written.
-#include "tools/diagram/DotWriter.h"
+#include <krmwtarn/diagram/DotWriter.h>
 
 #include <krmwtarn/model/framework/Navigation.h>
 

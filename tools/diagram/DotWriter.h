@@ -6,6 +6,7 @@
 #pragma once
 
 #include <krmwtarn/krmwtarn.h>
+#include <krmwtarn/platform/common/Export.h>
 
 #include <string>
 #include <string_view>
@@ -35,10 +36,10 @@ namespace krdiagram {
 // segment of the PCB's DBD); edges parent, lchild, pair, xdfld, indexsource,
 // primaryindex, source, pcbroot, sensegparent, dbd, procseq. The same model
 // gives the same text, byte for byte.
-std::string writeDot(const std::vector<_ADObject*>& subjects);
+KRMWTARN_API std::string writeDot(const std::vector<_ADObject*>& subjects);
 
 // TEXT as a DOT quoted string: quotes and backslashes escaped, control
 // characters and bytes that are not UTF-8 replaced, so any name is a valid ID.
-std::string quoted(std::string_view text);
+KRMWTARN_API std::string quoted(std::string_view text);
 
 }  // namespace krdiagram

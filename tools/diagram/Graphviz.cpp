@@ -2,7 +2,7 @@
 // pipes, fed and drained together through poll so that neither side waits on
 // a full pipe. SIGPIPE is held back in this thread while writing, so a dot
 // that ends before reading everything makes a failed write, not a killed tool.
-#include "tools/diagram/Graphviz.h"
+#include <krmwtarn/diagram/Graphviz.h>
 
 #include <fcntl.h>
 #include <poll.h>

@@ -3,6 +3,8 @@
 // comes from its standard output, its complaints from its standard error.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
+
 #include <string>
 
 namespace krdiagram {
@@ -16,6 +18,6 @@ struct Rendering {
 };
 
 // Runs `dot -TFORMAT` (FORMAT: svg, png, ...) on DOT.
-Rendering renderWithDot(const std::string& dot, const std::string& format);
+KRMWTARN_API Rendering renderWithDot(const std::string& dot, const std::string& format);
 
 }  // namespace krdiagram

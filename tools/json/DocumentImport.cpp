@@ -3,7 +3,7 @@
 // the model applies), its values stored, and every document expanded again
 // from the built graph and compared with what was read. A refusal on the way
 // undoes all of it: the repository is left exactly as it was.
-#include "tools/json/DocumentPlan.h"
+#include <krmwtarn/json/DocumentPlan.h>
 
 #include <krmwtarn/model/framework/KRLink.h>
 #include <krmwtarn/platform/common/Refusals.h>

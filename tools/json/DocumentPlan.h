@@ -7,7 +7,7 @@
 // values), which outlive it.
 #pragma once
 
-#include "tools/json/ViewDocument.h"
+#include <krmwtarn/json/ViewDocument.h>
 
 #include <string>
 #include <string_view>
@@ -137,7 +137,7 @@ public:
     // One document {"view": NAME, "root": {...}} found at `at`.
     void document(const nlohmann::json& doc, Place at);
     // The checks over all documents read: ends, duplicates, one-link roles,
-    // orders; then the order of every end to be set.
+    // orders; then the order of every end to be set (DocumentChecks.cpp).
     void finish();
 
 private:

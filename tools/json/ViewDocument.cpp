@@ -1,9 +1,9 @@
 // ViewDocument.cpp — JSON export of view expansions, and the import entries:
 // a file's documents are read into one plan (DocumentReader.cpp) and built
 // from it (DocumentImport.cpp).
-#include "tools/json/ViewDocument.h"
+#include <krmwtarn/json/ViewDocument.h>
 
-#include "tools/json/DocumentPlan.h"
+#include <krmwtarn/json/DocumentPlan.h>
 
 #include <krmwtarn/platform/repository/ADReflection.h>
 

@@ -9,6 +9,7 @@
 // exactly as it was.
 #pragma once
 
+#include <krmwtarn/platform/common/Export.h>
 #include <krmwtarn/platform/views/DLLViewExpansion.h>
 
 #include <nlohmann/json.hpp>
@@ -21,7 +22,7 @@
 namespace viewdoc {
 
 // A refused document; `where` is a JSON pointer to the offending place.
-class DocumentError : public std::runtime_error {
+class KRMWTARN_API DocumentError : public std::runtime_error {
 public:
     DocumentError(const std::string& where, const std::string& what)
         : std::runtime_error(where + ": " + what), where_(where) {}
@@ -32,8 +33,8 @@ private:
 };
 
 // The expansion as a document: {"view": NAME, "root": {...}}.
-nlohmann::json exportView(DLLViewType* view, _ADObject* root);
-nlohmann::json toJson(const DLLViewNode& node);
+KRMWTARN_API nlohmann::json exportView(DLLViewType* view, _ADObject* root);
+KRMWTARN_API nlohmann::json toJson(const DLLViewNode& node);
 
 // Builds the graph of a file's documents: the file is one document, or
 // {"documents": [...]}. The documents are imported as one: all of them are read
@@ -41,14 +42,14 @@ nlohmann::json toJson(const DLLViewNode& node);
 // documents give; every document must come back from the built graph
 // unchanged. Answers a handle on each document's root, in document order.
 // Throws DocumentError; the repository is then left exactly as it was.
-std::vector<ADObject> importDocuments(const nlohmann::json& file);
+KRMWTARN_API std::vector<ADObject> importDocuments(const nlohmann::json& file);
 
 // One document, as importDocuments of it alone; the caller owns the handle.
-ADObject* importDocument(const nlohmann::json& document);
+KRMWTARN_API ADObject* importDocument(const nlohmann::json& document);
 
 // JSON pointers (RFC 6901): `at` followed by one reference token, a key with
 // '~' written "~0" and '/' written "~1", or an array index.
-std::string pointer(const std::string& at, const std::string& key);
-std::string pointer(const std::string& at, std::size_t index);
+KRMWTARN_API std::string pointer(const std::string& at, const std::string& key);
+KRMWTARN_API std::string pointer(const std::string& at, std::size_t index);
 
 }  // namespace viewdoc

@@ -1,7 +1,8 @@
 // CatalogueCommands.cpp — the tool's views of the class table, of one class's
 // attribute-table chain and of the link catalogue, read through the
 // registration record as the repository client reads it.
-#include "tools/krmwtarn/Commands.h"
+#include "CommandLine.h"
+#include "Commands.h"
 
 #include <krmwtarn/krmwtarn.h>
 
@@ -9,6 +10,7 @@
 #include <memory>
 #include <string>
 
+namespace krmwtarn {
 namespace {
 int rowCount(const ADAttributeEntry* t) {
     int n = 0;
@@ -59,9 +61,6 @@ std::string checks(const _classStruct& link, int end) {
     if (t[0].flags & adFlagOneToOne) s += s.empty() ? "one-to-one trace" : ", one-to-one trace";
     return s.empty() ? "none" : s;
 }
-}  // namespace
-
-namespace krmwtarn {
 
 int classes() {
     std::printf("%-20s %-20s %s\n", "class", "superclass", "rows");
@@ -112,5 +111,21 @@ int links() {
     }
     return exitDone;
 }
+}  // namespace
 
+void addClasses(CommandLine& cli) {
+    cli.runs(cli.app.add_subcommand("classes", "Print the class table: name, superclass, rows"), classes);
+}
+
+void addClass(CommandLine& cli) {
+    std::string& name = cli.keep<std::string>();
+    CLI::App* command = cli.app.add_subcommand("class", "Print the attribute-table chain of one class");
+    positional(command, "NAME", name, "A class of the class table ('krmwtarn classes' lists them)")->required();
+    cli.runs(command, [&name] { return classChain(name); });
+}
+
+void addLinks(CommandLine& cli) {
+    cli.runs(cli.app.add_subcommand("links", "Print the link catalogue: ends, roles, cardinality, ordering, checks"),
+             links);
+}
 }  // namespace krmwtarn

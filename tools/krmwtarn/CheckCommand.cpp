@@ -2,8 +2,9 @@
 // definitions of decks, of a repository (all, or the DBDs and PSBs named) or of
 // the built-in sample, as `file:line:column: error|warning: [CODE] message`
 // lines (the object's path where there is no deck), or as JSON.
-#include "tools/krmwtarn/Commands.h"
-#include "tools/krmwtarn/Definitions.h"
+#include "CommandLine.h"
+#include "Commands.h"
+#include "Definitions.h"
 
 #include <krmwtarn/check/Check.h>
 
@@ -39,8 +40,9 @@ void print(const std::vector<krcheck::Finding>& findings, bool asJson) {
 bool named(const ADObject& o, const std::string& name) {
     return name == o->objID() || (o->_get_adName() && name == o->_get_adName());
 }
-}  // namespace
 
+// The definitions of the decks ARGS, or with REPO the repository's (all, or
+// the DBDs and PSBs ARGS names), or the sample; exit 1 on any error finding.
 int checkDefinitions(const std::vector<std::string>& args, bool asJson, const std::string& repo) {
     std::vector<krcheck::Finding> findings;
     if (repo.empty() && !args.empty()) {
@@ -72,5 +74,22 @@ int checkDefinitions(const std::vector<std::string>& args, bool asJson, const st
     print(findings, asJson);
     return krcheck::hasErrors(findings) ? exitBadInput : exitDone;
 }
+}  // namespace
 
+void addCheck(CommandLine& cli) {
+    struct Arguments {
+        std::vector<std::string> args;
+        bool json = false;
+    };
+    auto& a = cli.keep<Arguments>();
+    CLI::App* command = cli.app.add_subcommand(
+        "check", "Check definitions against the database manager's rules: decks, a repository (--repo), or the sample");
+    command->add_option("DECK|NAME", a.args, "The decks to check; with --repo, the DBDs and PSBs to check")
+        ->type_name("");
+    command->add_flag("--json", a.json, "Print the findings as a JSON document");
+    command->footer(
+        "Findings: FILE:LINE:COLUMN: error|warning: [CODE] message (the object's path where there is no deck).\n"
+        "Exit status: 0 no errors, 1 an error found or bad input, 2 bad usage.");
+    cli.runs(command, [&cli, &a] { return checkDefinitions(a.args, a.json, cli.repo); });
+}
 }  // namespace krmwtarn

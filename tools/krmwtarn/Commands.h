@@ -1,11 +1,9 @@
-// Commands.h — the subcommands of the krmwtarn tool, called by main.cpp with
-// their parsed arguments, and the tool's exit statuses. A command prints its
-// result on standard output and its complaints on standard error.
+// Commands.h — the commands of the krmwtarn tool, each added to the command
+// line with its options and its run by its set-up function, which main.cpp
+// calls in the order the tool's help lists them; and the tool's exit statuses.
+// A command prints its result on standard output and its complaints on
+// standard error.
 #pragma once
-
-#include <optional>
-#include <string>
-#include <vector>
 
 namespace krmwtarn {
 
@@ -14,29 +12,34 @@ namespace krmwtarn {
 // bad, missing or extra arguments).
 enum ExitStatus : int { exitDone = 0, exitBadInput = 1, exitBadUsage = 2 };
 
-// The view commands work on the built-in sample, with DECKS on the definitions
-// read from those generation decks, or with REPO (not empty) on every unit
-// retrieved from that repository. ROOT defaults to the object the view is
-// usually rooted in (the sample's, or the first DBD or PSB).
-int expand(const std::string& view, const std::optional<std::string>& root, bool asJson,
-           const std::vector<std::string>& decks, const std::string& repo);
-// Every DBD and PSB as JSON documents; FILE "-" is standard output.
-int exportDefinitions(const std::string& file, const std::vector<std::string>& decks, const std::string& repo);
-// FILE "-" is standard input; with asJson the imported repository is printed
-// as documents again instead of a count.
-int importDocuments(const std::string& file, bool asJson, const std::string& repo = {});
-// Checks the definitions of the decks ARGS, or with REPO the repository's (all,
-// or the DBDs and PSBs ARGS names), or the sample; exit 1 on any error finding.
-int checkDefinitions(const std::vector<std::string>& args, bool asJson, const std::string& repo);
-int graph(const std::optional<std::string>& root, const std::vector<std::string>& decks, const std::string& repo);
-// DBDs, PSBs and PCBs by name drawn as one picture, FORMAT "dot" or "svg"
-// (rendered by Graphviz's dot), into OUT ("-" is standard output).
-int diagram(const std::vector<std::string>& names, const std::string& format, const std::string& out,
-            const std::vector<std::string>& decks, const std::string& repo);
-int views();
-int view(const std::string& name);
-int classes();
-int classChain(const std::string& name);
-int links();
+class CommandLine;
+
+// The view commands work on the built-in sample, on the definitions of the
+// decks given by --decks, or on every unit of the repository given by --repo.
+void addDemo(CommandLine& cli);     // ExpandCommands.cpp
+void addExpand(CommandLine& cli);   //
+void addExport(CommandLine& cli);   // DocumentCommands.cpp
+void addImport(CommandLine& cli);   //
+void addGraph(CommandLine& cli);    // GraphCommand.cpp
+void addDiagram(CommandLine& cli);  // DiagramCommand.cpp
+// Generation decks read, checked and written.
+void addLoad(CommandLine& cli);      // DeckCommands.cpp
+void addCheck(CommandLine& cli);     // CheckCommand.cpp
+void addGenerate(CommandLine& cli);  // DeckCommands.cpp
+// The library's own tables: views, classes, links.
+void addViews(CommandLine& cli);    // ViewCommands.cpp
+void addView(CommandLine& cli);     //
+void addClasses(CommandLine& cli);  // CatalogueCommands.cpp
+void addClass(CommandLine& cli);    //
+void addLinks(CommandLine& cli);    //
+// The repository's units (these need --repo).
+void addSample(CommandLine& cli);    // RepoCommands.cpp
+void addList(CommandLine& cli);      //
+void addDelete(CommandLine& cli);    //
+void addLock(CommandLine& cli);      //
+void addUnlock(CommandLine& cli);    //
+void addCopyRepo(CommandLine& cli);  //
+// Last: it lists and describes every command added before it.
+void addHelp(CommandLine& cli);  // HelpCommand.cpp
 
 }  // namespace krmwtarn

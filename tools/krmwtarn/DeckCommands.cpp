@@ -1,13 +1,17 @@
-// DeckCommands.cpp — `load` and `generate` over generation decks, and loading
-// decks as the roots of the view commands (see DeckCommands.h).
-#include "tools/krmwtarn/DeckCommands.h"
+// DeckCommands.cpp — `load DECK... [--json]` reads generation decks and prints
+// a summary per definition (or the documents of `export`), storing them with
+// --repo; `generate DECK... --out DIR` and `generate --sample --out DIR` write
+// each definition as a deck, DIR/NAME.dbd or DIR/NAME.psb.
+#include "CommandLine.h"
+#include "Commands.h"
+#include "RepoCommands.h"
 
+#include <krmwtarn/json/ViewDocument.h>
+#include <krmwtarn/sample/SampleModel.h>
+#include <krmwtarn/model/framework/Navigation.h>
 #include <krmwtarn/source/DeckLoader.h>
 #include <krmwtarn/source/DeckWriter.h>
 #include <krmwtarn/store/Repository.h>
-#include "tools/json/ViewDocument.h"
-#include "tools/krmwtarn/RepoCommands.h"
-#include "tools/sample/SampleModel.h"
 
 #include <algorithm>
 #include <cstring>
@@ -17,6 +21,7 @@
 #include <functional>
 #include <iostream>
 
+namespace krmwtarn {
 namespace {
 
 // Generated identities (of links) follow the order in which a load made its
@@ -46,12 +51,10 @@ void printDiagnostics(const krsource::LoadResult& r, std::ostream& err) {
 // Levels of a DBD: the longest chain of physical parents, counting the root.
 int levels(_DSDBD* dbd) {
     int deepest = 0;
-    for (const ADObject& l : *dbd->_get_segments()) {
-        _ADObject* s = static_cast<_KRLink*>(l.impl())->_get_target()->impl();
+    for (_DSSegment* s : kr::targetsOf<DSContainsSegment>(dbd->_get_segments())) {
         int depth = 1;
-        for (_DSSegment* p = static_cast<_DSSegment*>(s); p->_get_physicalParent()->count() && depth <= 255; ++depth)
-            p = static_cast<_DSSegment*>(
-                static_cast<_KRLink*>(p->_get_physicalParent()->at(0)->impl())->_get_target()->impl());
+        for (_DSSegment* p = s; depth <= 255 && (p = kr::targetsOf<DSParent>(p->_get_physicalParent()).first());)
+            ++depth;
         deepest = std::max(deepest, depth);
     }
     return deepest;
@@ -60,10 +63,7 @@ int levels(_DSDBD* dbd) {
 void summary(const krsource::LoadResult& r, std::ostream& out) {
     for (const DSDBD& d : r.dbds) {
         long fields = 0;
-        for (const ADObject& l : *d->_get_segments())
-            fields += static_cast<_DSSegment*>(static_cast<_KRLink*>(l.impl())->_get_target()->impl())
-                          ->_get_fields()
-                          ->count();
+        for (_DSSegment* s : kr::targetsOf<DSContainsSegment>(d->_get_segments())) fields += s->_get_fields()->count();
         DSDBDaccess* a = d->_getFirst_dliAccess();
         const char* access = a ? (*a)->_get_dliAccess() : nullptr;
         out << "DBD " << d->_get_strDBDName() << "  access " << (access ? access : "-") << "  segments "
@@ -71,16 +71,12 @@ void summary(const krsource::LoadResult& r, std::ostream& out) {
     }
     for (const DSPSB& p : r.psbs) {
         long sensegs = 0, senflds = 0;
-        for (const ADObject& l : *p->_get_listPCBs()) {
-            auto* pcb = static_cast<_DSPCB*>(static_cast<_KRLink*>(l.impl())->_get_target()->impl());
-            DSPCBtype* type = pcb->_getFirst_typeOfPCB();
-            if (!type || !(*type)->isKindOf("DSPCBdb")) continue;
-            auto* db = static_cast<_DSPCBdb*>(type->impl());
-            for (const ADObject& s : *db->_get_senseg()) {
+        for (_DSPCB* pcb : kr::targetsOf<DSIncludesPCB>(p->_get_listPCBs())) {
+            auto* db = kr::dyn_cast<_DSPCBdb>(kr::targetsOf<DSSpecifiedByType>(pcb->_get_typeOfPCB()).first());
+            if (!db) continue;
+            for (_DSSenSegment* s : kr::targetsOf<DSHasSensitive>(db->_get_senseg())) {
                 ++sensegs;
-                senflds += static_cast<_DSSenSegment*>(static_cast<_KRLink*>(s.impl())->_get_target()->impl())
-                               ->_get_senflds()
-                               ->count();
+                senflds += s->_get_senflds()->count();
             }
         }
         out << "PSB " << p->_get_strPSBName() << "  PCBs " << p->_get_listPCBs()->count() << "  SENSEGs " << sensegs
@@ -99,9 +95,6 @@ bool writeFile(const std::filesystem::path& path, const std::string& text, std::
     return true;
 }
 
-}  // namespace
-
-namespace {
 // Loads the decks and prints the summaries or the documents; answers the exit
 // status and the loaded definitions' roots.
 int loadAndPrint(const std::vector<std::string>& decks, bool json, std::ostream& out, std::ostream& err,
@@ -129,8 +122,12 @@ int loadAndPrint(const std::vector<std::string>& decks, bool json, std::ostream&
     for (const DSPSB& p : r.psbs) roots.push_back(p.impl());
     return 0;
 }
-}  // namespace
 
+// Loads the decks and prints a summary per definition (or, with `json`, every
+// definition as the documents of `export`); diagnostics go to `err`. Answers
+// the exit status: 1 when the load has an error, else 0. With a repository,
+// its units are read first (decks may name what is stored) and the loaded
+// definitions are stored; a load with an error stores nothing.
 int deckLoad(const std::vector<std::string>& decks, bool json, const std::string& repo, std::ostream& out,
              std::ostream& err) {
     if (!repo.empty()) {
@@ -146,6 +143,8 @@ int deckLoad(const std::vector<std::string>& decks, bool json, const std::string
     return status;
 }
 
+// Loads the decks (or builds the sample) and writes each definition as
+// DIR/NAME.dbd or DIR/NAME.psb, naming each file written on `out`.
 int deckGenerate(const std::vector<std::string>& decks, bool useSample, const std::string& outDir, std::ostream& out,
                  std::ostream& err) {
     std::error_code ec;
@@ -182,3 +181,36 @@ int deckGenerate(const std::vector<std::string>& decks, bool useSample, const st
     DSRegistrar::releaseAll();
     return status;
 }
+}  // namespace
+
+void addLoad(CommandLine& cli) {
+    struct Arguments {
+        std::vector<std::string> decks;
+        bool json = false;
+    };
+    auto& a = cli.keep<Arguments>();
+    CLI::App* command = cli.app.add_subcommand("load", "Read DBD and PSB generation decks: a summary per definition");
+    command->add_option("DECK", a.decks, "The decks to read, in any order")->type_name("")->required();
+    command->add_flag("--json", a.json, "Print every definition as the documents export writes instead");
+    cli.runs(command, [&cli, &a] { return deckLoad(a.decks, a.json, cli.repo, std::cout, std::cerr); });
+}
+
+void addGenerate(CommandLine& cli) {
+    struct Arguments {
+        std::vector<std::string> decks;
+        bool sample = false;
+        std::string out;
+    };
+    auto& a = cli.keep<Arguments>();
+    CLI::App* command =
+        cli.app.add_subcommand("generate", "Write each definition as a generation deck, DIR/NAME.dbd or DIR/NAME.psb");
+    CLI::Option* from = command->add_option("DECK", a.decks, "The decks to read")->type_name("");
+    command->add_flag("--sample", a.sample, "Write the built-in sample instead")->excludes(from);
+    command->add_option("--out", a.out, "The directory to write into")->type_name("DIR")->required();
+    cli.runs(
+        command, [&a] { return deckGenerate(a.decks, a.sample, a.out, std::cout, std::cerr); },
+        [&a] {
+            if (a.decks.empty() && !a.sample) throw CLI::RequiredError("DECK... or --sample");
+        });
+}
+}  // namespace krmwtarn

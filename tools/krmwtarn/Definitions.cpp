@@ -1,7 +1,8 @@
 // Definitions.cpp — the sample, the loaded decks or the retrieved repository as
 // the view commands' definitions, and how a view's root is found in them.
-#include "tools/krmwtarn/Definitions.h"
+#include "Definitions.h"
 
+#include <krmwtarn/model/framework/Navigation.h>
 #include <krmwtarn/platform/common/Refusals.h>
 #include <krmwtarn/source/DeckLoader.h>
 #include <krmwtarn/store/Repository.h>
@@ -40,12 +41,11 @@ Definitions::Definitions(const std::vector<std::string>& decks, const std::strin
             return;
         }
         DSRegistrar::forEach([&](_ADObject* o) {
-            if (!std::strcmp(o->whoAmI(), "DSDBD") || !std::strcmp(o->whoAmI(), "DSPSB")) roots_.emplace_back(o);
+            if (kr::isa<_DSDBD>(o) || kr::isa<_DSPSB>(o)) roots_.emplace_back(o);
         });
         // DBDs before PSBs, each by version and ID, so every run lists them alike.
         auto order = [](const ADObject& o) {
-            return std::make_tuple(std::strcmp(o->whoAmI(), "DSDBD") != 0, std::string(o->context()),
-                                   std::string(o->objID()));
+            return std::make_tuple(!kr::isa<_DSDBD>(o.impl()), std::string(o->context()), std::string(o->objID()));
         };
         std::sort(roots_.begin(), roots_.end(),
                   [&](const ADObject& a, const ADObject& b) { return order(a) < order(b); });
@@ -74,10 +74,8 @@ _ADObject* Definitions::find(const char* cls, const char* name) const {
     if (found || name) return found;
     for (const ADObject& r : roots_) {
         if (r->isKindOf(cls)) return r.impl();
-        if (!std::strcmp(cls, "DSPCB") && r->isKindOf("DSPSB")) {
-            DSPCB* pcb = static_cast<_DSPSB*>(r.impl())->_getFirst_listPCBs();
-            if (pcb) return pcb->impl();
-        }
+        if (auto* psb = kr::dyn_cast<_DSPSB>(r.impl()); psb && !std::strcmp(cls, "DSPCB"))
+            if (_DSPCB* pcb = kr::targetsOf<DSIncludesPCB>(psb->_get_listPCBs()).first()) return pcb;
     }
     return nullptr;
 }

@@ -7,7 +7,7 @@
 
 #include <krmwtarn/krmwtarn.h>
 
-#include "tools/sample/SampleModel.h"
+#include <krmwtarn/sample/SampleModel.h>
 
 #include <memory>
 #include <optional>

@@ -1,9 +1,9 @@
 // Files.cpp — reading input files whole, writing output files through a
 // temporary renamed into place, and checking standard output, all on the
 // POSIX calls so that every failure comes with the system's reason.
-#include "tools/krmwtarn/Files.h"
+#include "Files.h"
 
-#include "tools/krmwtarn/Commands.h"
+#include "Commands.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

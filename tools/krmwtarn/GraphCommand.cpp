@@ -3,9 +3,10 @@
 // the attribute tables: attributes with their values, roles with the link
 // objects (and their own attributes) and the objects at the far end, never
 // walking straight back over the role it came by.
-#include "tools/krmwtarn/Commands.h"
+#include "CommandLine.h"
+#include "Commands.h"
 
-#include "tools/krmwtarn/Definitions.h"
+#include "Definitions.h"
 
 #include <krmwtarn/platform/repository/ADReflection.h>
 
@@ -14,6 +15,7 @@
 #include <set>
 #include <string>
 
+namespace krmwtarn {
 namespace {
 // A string quoted or "null", a char quoted or "0", a number; "?" for a type
 // the list does not know.
@@ -70,10 +72,8 @@ private:
 
     std::set<_ADObject*> seen_;
 };
-}  // namespace
 
-int krmwtarn::graph(const std::optional<std::string>& name, const std::vector<std::string>& decks,
-                    const std::string& repo) {
+int graph(const std::optional<std::string>& name, const std::vector<std::string>& decks, const std::string& repo) {
     Definitions defs(decks, repo);
     if (!defs.ok()) return exitBadInput;
     const char* root = name ? name->c_str() : nullptr;
@@ -87,3 +87,13 @@ int krmwtarn::graph(const std::optional<std::string>& name, const std::vector<st
     Printer().object(start, 0, "");
     return exitDone;
 }
+}  // namespace
+
+void addGraph(CommandLine& cli) {
+    std::string& root = cli.keep<std::string>();
+    CLI::App* command = cli.app.add_subcommand("graph", "Print a sample definition's whole object graph");
+    positional(command, "NAME", root, "A DBD, PSB or PCB (default: HOSPDBD, or the first DBD of the decks)");
+    cli.takesDecks(command);
+    cli.runs(command, [&cli, &root, command] { return graph(ifGiven(command, "NAME", root), cli.decks, cli.repo); });
+}
+}  // namespace krmwtarn

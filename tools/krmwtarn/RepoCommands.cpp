@@ -1,13 +1,16 @@
 // RepoCommands.cpp — the repository commands of the krmwtarn tool over the
 // store layer; refusals of the repository are printed as their message.
-#include "tools/krmwtarn/RepoCommands.h"
+#include "RepoCommands.h"
+
+#include "CommandLine.h"
+#include "Commands.h"
 
 #include <krmwtarn/platform/common/Refusals.h>
 #include <krmwtarn/store/Repository.h>
 #include <krmwtarn/store/Sql.h>
 #include <krmwtarn/store/Units.h>
-#include "tools/json/ViewDocument.h"
-#include "tools/sample/SampleModel.h"
+#include <krmwtarn/json/ViewDocument.h>
+#include <krmwtarn/sample/SampleModel.h>
 
 #include <algorithm>
 #include <cstring>
@@ -80,6 +83,7 @@ int storeMade(const std::string& repo, bool quiet, std::ostream& out, std::ostre
     return status;
 }
 
+namespace {
 int list(const std::string& repo, std::ostream& out, std::ostream& err) {
     return withRepository(repo, err, [&](krstore::Repository& r) {
         out << std::left << std::setw(22) << "class" << std::setw(22) << "name" << std::setw(12) << "version"
@@ -138,5 +142,62 @@ int copyRepository(const std::string& repo, const std::string& target, std::ostr
         return 0;
     });
 }
-
+}  // namespace
 }  // namespace repocmd
+
+namespace krmwtarn {
+namespace {
+// A repository command on one unit, NAME (its name or ID).
+CLI::App* unitCommand(CommandLine& cli, const char* name, const char* description, std::string& unit) {
+    CLI::App* command = cli.app.add_subcommand(name, description);
+    positional(command, "NAME", unit, "The unit's name or ID")->required();
+    return command;
+}
+}  // namespace
+
+void addSample(CommandLine& cli) {
+    CLI::App* command = cli.app.add_subcommand("sample", "Store the built-in sample in the repository");
+    cli.runsOnRepository(command, [&cli] { return repocmd::storeSample(cli.repo, std::cout, std::cerr); });
+}
+
+void addList(CommandLine& cli) {
+    CLI::App* command =
+        cli.app.add_subcommand("list", "List the repository's units: class, name, version, revision, lock owner");
+    cli.runsOnRepository(command, [&cli] { return repocmd::list(cli.repo, std::cout, std::cerr); });
+}
+
+void addDelete(CommandLine& cli) {
+    std::string& name = cli.keep<std::string>();
+    CLI::App* command = unitCommand(cli, "delete", "Remove a unit from the repository", name);
+    cli.runsOnRepository(command, [&cli, &name] { return repocmd::remove(cli.repo, name, std::cout, std::cerr); });
+}
+
+void addLock(CommandLine& cli) {
+    std::string& name = cli.keep<std::string>();
+    CLI::App* command = unitCommand(
+        cli, "lock", "Lock a unit of the repository for this user (on a server: while the command runs)", name);
+    cli.runsOnRepository(command, [&cli, &name] { return repocmd::lock(cli.repo, name, std::cout, std::cerr); });
+}
+
+void addUnlock(CommandLine& cli) {
+    struct Arguments {
+        std::string name;
+        bool force = false;
+    };
+    auto& a = cli.keep<Arguments>();
+    CLI::App* command = unitCommand(cli, "unlock", "Unlock a unit of the repository", a.name);
+    command->add_flag("--force", a.force, "Break a lock whose process is gone");
+    cli.runsOnRepository(command,
+                         [&cli, &a] { return repocmd::unlock(cli.repo, a.name, a.force, std::cout, std::cerr); });
+}
+
+void addCopyRepo(CommandLine& cli) {
+    std::string& target = cli.keep<std::string>();
+    CLI::App* command = cli.app.add_subcommand(
+        "copy-repo", "Copy every unit of the repository into another, empty one (file or server)");
+    positional(command, "TARGET", target, "The repository to copy into: an SQLite file or a postgresql:// URL")
+        ->required();
+    cli.runsOnRepository(command,
+                         [&cli, &target] { return repocmd::copyRepository(cli.repo, target, std::cout, std::cerr); });
+}
+}  // namespace krmwtarn

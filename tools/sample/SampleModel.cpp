@@ -1,6 +1,8 @@
 // SampleModel.cpp — the built-in sample definitions. Object IDs are the
 // definitions' names, so the sample is the same objects in every build.
-#include "tools/sample/SampleModel.h"
+#include <krmwtarn/sample/SampleModel.h>
+
+#include <krmwtarn/model/framework/Navigation.h>
 
 #include <cstring>
 #include <memory>
@@ -132,7 +134,7 @@ Model build() {
     dedbAccess->_set_rmName("DBFHDC40", omStore);
     auto account = named<DSSegmentDEDB>("ACCTDEDB.ACCOUNT");
     account->_set_strSegmentName("ACCOUNT", omStore);
-    static_cast<_DSSegmentDEDB*>(account.operator->())->_set_directDependent(0, omStore);
+    kr::cast<_DSSegmentDEDB>(account.impl())->_set_directDependent(0, omStore);
     DSContainsSegment(&m.dedb, &account, 1);
     for (const char* areaName : {"ACCTAR1", "ACCTAR2"}) {
         auto dd = named<DSTARNDDname>(areaName);

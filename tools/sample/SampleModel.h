@@ -33,18 +33,18 @@ struct Model {
 
 // Builds the sample in the current repository (objects by their names, so a
 // second build shares the first one's objects).
-Model build();
+KRMWTARN_API Model build();
 
 // The sample object a view rooted in `rootClass` is expanded over when no
 // other is named: the HIDAM DBD, the PSB, its first PCB, or a dictionary
 // alias. Null for a class the sample has no such object of.
-_ADObject* defaultRoot(const Model& m, const char* rootClass);
+KRMWTARN_API _ADObject* defaultRoot(const Model& m, const char* rootClass);
 // That object's ID (for a sample stored in and retrieved from a repository);
 // null for a class the sample has no such object of.
-const char* defaultName(const char* rootClass);
+KRMWTARN_API const char* defaultName(const char* rootClass);
 
 // The whole sample as documents: every DBD by CORVIAPOPULATEDBD, the PSB by
 // CORVIAPSB, as (view name, root) pairs in this order.
-std::vector<std::pair<const char*, _ADObject*>> documentRoots(const Model& m);
+KRMWTARN_API std::vector<std::pair<const char*, _ADObject*>> documentRoots(const Model& m);
 
 }  // namespace sample

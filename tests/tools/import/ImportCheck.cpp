@@ -2,7 +2,7 @@
 // of one import and the hostile mutations of documents (see ImportCheck.h).
 #include "ImportCheck.h"
 
-#include "tools/sample/SampleModel.h"
+#include <krmwtarn/sample/SampleModel.h>
 #include <krmwtarn/views/EwswtarnViews.h>
 
 #include <algorithm>

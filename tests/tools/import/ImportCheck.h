@@ -5,7 +5,7 @@
 // mutations that turn exported documents into hostile ones.
 #pragma once
 
-#include "tools/json/ViewDocument.h"
+#include <krmwtarn/json/ViewDocument.h>
 
 #include <krmwtarn/krmwtarn.h>
 
