@@ -43,6 +43,9 @@ private:
 // Values given to a statement or a row writer; positions count from 0.
 class KRMWTARN_API Parameters {
 public:
+    Parameters() = default;
+    Parameters(const Parameters&) = delete;
+    Parameters& operator=(const Parameters&) = delete;
     virtual ~Parameters() = default;
     virtual void bindNull(int i) = 0;
     virtual void bindInt(int i, long long value) = 0;
@@ -75,6 +78,9 @@ public:
 
 class KRMWTARN_API Connection {
 public:
+    Connection() = default;
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
     virtual ~Connection() = default;
     virtual Dialect dialect() const = 0;
     virtual std::unique_ptr<Statement> prepare(const std::string& sql) = 0;
