@@ -13,6 +13,7 @@
 #include <memory>
 
 #include <krmwtarn/store/Sql.h>
+#include <krmwtarn/store/UnitsTable.h>
 
 namespace krstore {
 
@@ -545,7 +546,9 @@ private:
     // The first key of a unit's mark: the unit table's own object number, so
     // repositories in several schemas of one database keep their marks apart.
     long long markSpace() {
-        if (markSpace_ < 0) markSpace_ = intOf("SELECT 'units'::regclass::oid::bigint % 2147483648");
+        if (markSpace_ < 0)
+            markSpace_ =
+                intOf(("SELECT '" + std::string(UnitsTable::kName) + "'::regclass::oid::bigint % 2147483648").c_str());
         return markSpace_;
     }
     void markCall(const char* sql, long long unit) {

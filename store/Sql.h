@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace krstore {
@@ -140,6 +141,43 @@ public:
         (void)unit;
         return true;
     }
+};
+
+// A transaction that rolls back unless committed.
+class KRMWTARN_API Transaction {
+public:
+    Transaction(Connection& db, bool write) : db_(db) {
+        if (write)
+            db.beginWrite();
+        else
+            db.beginRead();
+    }
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    ~Transaction() {
+        if (!done_) db_.rollback();
+    }
+    void commit() {
+        db_.commit();
+        done_ = true;
+    }
+
+private:
+    Connection& db_;
+    bool done_ = false;
+};
+
+// Statements prepared once each, kept by their SQL, and handed out reset.
+class KRMWTARN_API StatementCache {
+public:
+    explicit StatementCache(Connection& db) : db_(db) {}
+    StatementCache(const StatementCache&) = delete;
+    StatementCache& operator=(const StatementCache&) = delete;
+    Statement& operator()(const std::string& sql);
+
+private:
+    Connection& db_;
+    std::unordered_map<std::string, std::unique_ptr<Statement>> statements_;
 };
 
 // Opens (or, when `create`, makes) an SQLite database file.
