@@ -2,14 +2,14 @@
 // a unit's revision (a store of a unit stored meanwhile by another program is
 // refused), its lock (a unit locked by another owner is neither stored nor
 // deleted; on a server a lock lasts while its session), and the messages of
-// every refusal. The rows are the business of the rooms beside this one: the
-// unit table (UnitsTable), the rows written (UnitWriter) and read back
+// every refusal. Opening a repository is in RepositoryOpen.cpp, copying units
+// in RepositoryCopy.cpp; the rows are the business of the rooms beside them:
+// the unit table (UnitsTable), the rows written (UnitWriter) and read back
 // (UnitReader), and the links made live (LinkAttacher). The same code serves an
 // SQLite file and a PostgreSQL server; where they differ, the Connection says
 // how (transactions, bulk rows, lock sessions).
 #include <krmwtarn/store/Repository.h>
 
-#include <krmwtarn/platform/common/KVException.h>
 #include <krmwtarn/platform/repository/DSRegistrar.h>
 #include <krmwtarn/store/LinkAttacher.h>
 #include <krmwtarn/store/Refusal.h>
@@ -24,12 +24,9 @@
 #include <cassert>
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
 #include <cstring>
-#include <ctime>
 #include <unordered_set>
 
-#include <pwd.h>
 #include <unistd.h>
 
 namespace krstore {
@@ -50,15 +47,6 @@ std::string nameOf(_ADObject* o) {
 
 UnitKey keyOf(_ADObject* o) { return {o->whoAmI(), o->objID(), o->context()}; }
 
-std::string now() {
-    std::time_t t = std::time(nullptr);
-    char text[32];
-    std::tm tm{};
-    gmtime_r(&t, &tm);
-    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &tm);
-    return text;
-}
-
 bool processGone(const LockOwner& o, const std::string& host) {
     if (o.host != host) return true;  // cannot be seen from here: the user decides
     return o.pid <= 0 || (::kill(static_cast<pid_t>(o.pid), 0) != 0 && errno == ESRCH);
@@ -78,111 +66,6 @@ std::string LockOwner::text() const {
     return user + "@" + host + " (pid " + std::to_string(pid) +
            (session ? ", session " + std::to_string(session) : std::string()) + ")";
 }
-
-// ---- opening --------------------------------------------------------------
-
-namespace {
-std::string pathOf(const std::string& location) {
-    if (location.rfind("file://", 0) == 0) return location.substr(7);
-    if (location.rfind("file:", 0) == 0) return location.substr(5);
-    return location;
-}
-
-LockOwner ownerFor(const OpenOptions& options) {
-    LockOwner o;
-    o.user = options.user;
-    if (o.user.empty())
-        if (const char* u = std::getenv("KRMWTARN_USER")) o.user = u;
-    if (o.user.empty())
-        if (const char* u = std::getenv("USER")) o.user = u;
-    if (o.user.empty())
-        if (passwd* p = getpwuid(getuid())) o.user = p->pw_name;
-    char host[256] = {};
-    gethostname(host, sizeof host - 1);
-    o.host = host;
-    o.pid = static_cast<long>(getpid());
-    return o;
-}
-}  // namespace
-
-Repository::Repository(std::unique_ptr<Connection> connection, std::string location, LockOwner owner)
-    : db_(std::move(connection)),
-      schema_(&Schema::current(db_->dialect())),
-      location_(std::move(location)),
-      owner_(std::move(owner)) {
-    owner_.session = db_->session();
-    statements_ = std::make_unique<StatementCache>(*db_);
-    units_ = std::make_unique<UnitsTable>(*db_, owner_.session != 0);
-    links_ = std::make_unique<LinkAttacher>(*db_);
-}
-
-Repository::~Repository() {
-    if (dsrepository::current() == this) dsrepository::install(nullptr);
-    links_->clearWaiting();
-    roots_.clear();
-}
-
-std::unique_ptr<Repository> Repository::open(const std::string& location, const OpenOptions& options) {
-    bool server = isPostgresURL(location);
-    // A URL is shown without its password.
-    std::string path = server ? withoutPassword(location) : pathOf(location);
-    std::unique_ptr<Connection> db;
-    try {
-        db = server ? openPostgres(location) : openSqlite(path, options.create);
-    } catch (const SqlError& e) {
-        if (e.fault() == SqlFault::NotARepository)
-            refuse(errNotARepository, path + " is not a KRMWTARN repository (not a database file)");
-        if (e.fault() == SqlFault::Damaged)
-            refuse(errDamaged, "repository " + path + " is damaged (truncated or corrupted): " + e.what());
-        refuse(errCannotOpen, "cannot open repository " + path + ": " + e.what());
-    }
-    std::unique_ptr<Repository> r(new Repository(std::move(db), path, ownerFor(options)));
-    r->openSchema();
-    r->db_->limitPages(options.maxPages);
-    return r;
-}
-
-void Repository::openSchema() {
-    const Schema& schema = *schema_;
-    std::string ddl;
-    for (const std::string& s : schema.ddl()) ddl += s + ";\n";
-    try {
-        if (db_->isEmpty()) {
-            if (db_->readOnly()) refuse(errReadOnly, "repository " + location_ + " is read-only and empty");
-            Transaction t(*db_, true);
-            // Two programs opening an empty database at once: the second finds the schema made.
-            db_->serialize({"schema"});
-            if (!db_->isEmpty()) {
-                t.commit();
-                openSchema();
-                return;
-            }
-            db_->exec(ddl);
-            db_->exec("CREATE TABLE repository_meta (key TEXT PRIMARY KEY, value TEXT)");
-            auto s = db_->prepare("INSERT INTO repository_meta VALUES ('schema', ?)");
-            s->bindText(0, ddl);
-            s->step();
-            db_->markRepository(Schema::kVersion);
-            t.commit();
-            return;
-        }
-        if (!db_->isRepository())
-            refuse(errNotARepository, location_ + " is not a KRMWTARN repository (a database of another kind)");
-        int version = db_->schemaVersion();
-        if (version != Schema::kVersion)
-            refuse(errSchemaVersion, "repository " + location_ + " has schema version " + std::to_string(version) +
-                                         "; this program reads version " + std::to_string(Schema::kVersion));
-        auto s = db_->prepare("SELECT value FROM repository_meta WHERE key = 'schema'");
-        if (!s->step() || !s->getText(0) || ddl != s->getText(0))
-            refuse(errSchemaVersion,
-                   "repository " + location_ +
-                       " was made for other classes: its tables differ from this program's class tables");
-    } catch (const std::exception& e) {
-        raise(e, "open");
-    }
-}
-
-void Repository::makeCurrent() { dsrepository::install(this); }
 
 [[noreturn]] void Repository::raise(const std::exception& e, const std::string& doing) {
     const auto* sql = dynamic_cast<const SqlError*>(&e);
@@ -211,14 +94,6 @@ void Repository::makeCurrent() { dsrepository::install(this); }
     refuse(errDatabase, "repository " + location_ + ": " + doing + ": " + sql->what());
 }
 
-CurrentRepository::CurrentRepository(const std::string& location, const OpenOptions& options)
-    : repository_(Repository::open(location, options)), previous_(dsrepository::install(repository_.get())) {}
-
-CurrentRepository::~CurrentRepository() {
-    dsrepository::install(previous_);
-    repository_.reset();
-}
-
 // ---- the units ------------------------------------------------------------
 
 void Repository::settleLock(UnitInfo& u) {
@@ -237,6 +112,7 @@ bool Repository::lookupUnit(const UnitKey& key, UnitInfo& into) {
 UnitInfo Repository::storedUnit(const UnitKey& key) {
     UnitInfo u;
     if (!lookupUnit(key, u)) refuse(errNotStored, "unit " + key.text() + " is not in repository " + location_);
+    assert(u.id > 0 && u.revision > 0);
     return u;
 }
 
@@ -319,7 +195,7 @@ void Repository::write(const std::vector<UnitContent>& units) {
     // goes to its next revision unless another owner locked it or another
     // program stored it since this one read it; a new unit starts at 1.
     auto claim = [&] {
-        std::string stamp = now();
+        std::string stamp = UnitsTable::now();
         std::vector<UnitWriter::Claim> claims(units.size());
         for (std::size_t i = 0; i < units.size(); ++i) {
             const UnitKey& key = keys[i];
@@ -356,7 +232,10 @@ void Repository::write(const std::vector<UnitContent>& units) {
     } catch (const SqlError& e) {
         raise(e, writer.doing());
     }
-    for (std::size_t i = 0; i < units.size(); ++i) revisions_[keys[i]] = revisions[i];
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        assert(revisions[i] > knownRevision(keys[i]));
+        revisions_[keys[i]] = revisions[i];
+    }
     writer.settle(links_->positions());
 }
 
@@ -462,7 +341,7 @@ std::vector<ADObject> Repository::deleteList(_ADObject* object) {
     return list;
 }
 
-// ---- locks, delete, copy --------------------------------------------------
+// ---- locks, delete --------------------------------------------------------
 
 void Repository::lockUnit(const UnitKey& key) {
     try {
@@ -472,7 +351,7 @@ void Repository::lockUnit(const UnitKey& key) {
         if (lockedByAnother(u, owner_))
             refuse(errLocked, "unit " + key.text() + " is locked by " + u.lockOwner.text() + " since " + u.lockedAt);
         // On a server the lock names this session, whose mark keeps it in force.
-        units_->lock(u.id, owner_, now());
+        units_->lock(u.id, owner_, UnitsTable::now());
         if (owner_.session && std::find(marks_.begin(), marks_.end(), u.id) == marks_.end()) {
             db_->holdMark(u.id);
             marks_.push_back(u.id);
@@ -488,6 +367,8 @@ void Repository::unlockUnit(const UnitKey& key, bool force) {
         Transaction t(*db_, true);
         db_->serialize({key.text()});
         UnitInfo u = storedUnit(key);
+        // Only a server's session holds marks.
+        assert(owner_.session || marks_.empty());
         // This session's mark goes whoever holds the lock now (it may have been broken).
         auto mark = std::find(marks_.begin(), marks_.end(), u.id);
         if (mark != marks_.end()) {
@@ -548,103 +429,6 @@ void Repository::deleteUnit(const UnitKey& key) {
             if (!o->isRelationshipObject()) o->markDeleted(nullptr, 0);
     }
     forgetUnit(key);
-}
-
-void Repository::copyUnit(const UnitKey& key, const std::string& toVersion) {
-    if (db_->readOnly()) refuse(errReadOnly, "repository " + location_ + " is read-only: cannot copy " + key.text());
-    UnitKey to{key.className, key.objID, toVersion};
-    try {
-        Transaction t(*db_, true);
-        db_->serialize({key.text(), to.text()});
-        UnitInfo u = storedUnit(key), exists;
-        if (lookupUnit(to, exists))
-            refuse(errCopyExists, "unit " + to.text() + " is already in the repository; not copied");
-        UnitInfo copy;
-        copy.key = to;
-        copy.name = u.name;
-        copy.revision = 1;
-        copy.storedBy = owner_.text();
-        copy.storedAt = now();
-        long long id = units_->insert(copy);
-        for (const Table& table : schema_->tables()) {
-            Statement& c = (*statements_)(table.copyUnit);
-            c.bindText(0, toVersion);
-            c.bindInt(1, id);
-            c.bindInt(2, u.id);
-            c.step();
-        }
-        t.commit();
-    } catch (const SqlError& e) {
-        if (e.fault() == SqlFault::Duplicate || e.fault() == SqlFault::Constraint)
-            refuse(errClaimedTwice, "unit " + key.text() + " cannot be copied into version " + toVersion +
-                                        ": an object of it is already there in another unit (" + e.what() + ")");
-        raise(e, "copy " + key.text());
-    }
-}
-
-// ---- a whole repository into another ---------------------------------------
-
-std::size_t Repository::copyInto(Repository& target) {
-    const Schema& from = *schema_;
-    const Schema& to = *target.schema_;
-    if (target.db_->readOnly())
-        refuse(errReadOnly, "repository " + target.location_ + " is read-only: cannot copy into it");
-    std::size_t copied = 0;
-    try {
-        Transaction reading(*db_, false);
-        Transaction writing(*target.db_, true);
-        target.db_->serialize({"schema"});
-        long long there = target.units_->count();
-        if (there > 0)
-            refuse(errNotEmpty, "repository " + target.location_ + " is not empty (" + std::to_string(there) +
-                                    " units); units are copied into an empty repository only");
-        // Units first, each with the number the target gives it.
-        std::unordered_map<long long, long long> ids;
-        Statement& units = units_->select(-1);
-        std::vector<UnitInfo> all;
-        while (units.step()) all.push_back(UnitsTable::read(units));
-        units.reset();
-        for (const UnitInfo& u : all) {
-            ids[u.id] = target.units_->insert(u);
-            ++copied;
-        }
-        // Then every table's rows as they are, in bulk.
-        for (std::size_t ti = 0; ti < from.tables().size(); ++ti) {
-            const Table& a = from.tables()[ti];
-            const Table* b = to.table(a.className.c_str());
-            if (!b || b->columns.size() != a.columns.size())
-                refuse(errSchemaVersion, "repository " + target.location_ + " was made for other classes (" +
-                                             a.className + "); nothing copied");
-            Statement& rows = (*statements_)(a.selectAll);
-            std::unique_ptr<RowWriter> w;
-            while (rows.step()) {
-                if (!w) w = target.db_->writeRows(b->name, b->columnNames, true);
-                int columns = a.firstAttribute() + static_cast<int>(a.columns.size());
-                for (int c = 0; c < columns; ++c) {
-                    bool number = c == Table::kUnit || (a.isLink && (c == Table::kSourcePos || c == Table::kTargetPos));
-                    if (c >= a.firstAttribute()) {
-                        number = !adIsTextForm(a.columns[static_cast<std::size_t>(c - a.firstAttribute())].type);
-                    }
-                    if (rows.isNull(c))
-                        w->bindNull(c);
-                    else if (c == Table::kUnit)
-                        w->bindInt(c, ids.at(rows.getInt(c)));
-                    else if (number)
-                        w->bindInt(c, rows.getInt(c));
-                    else
-                        w->bindText(c, rows.getText(c));
-                }
-                w->endRow();
-            }
-            rows.reset();
-            if (w) w->finish();
-        }
-        writing.commit();
-        reading.commit();
-    } catch (const SqlError& e) {
-        target.raise(e, "copy the units of " + location_);
-    }
-    return copied;
 }
 
 // ---- the platform's unit operations ---------------------------------------

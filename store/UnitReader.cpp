@@ -75,6 +75,8 @@ UnitReader::Loaded UnitReader::load(const std::vector<long long>& unitIDs, bool 
                     batch.push_back(&s);
                 }
             }
+            // The unit table's rows first, then one statement per class table.
+            assert(batch.size() == schema_.tables().size() + 1);
             db_.fetch(batch);
             for (std::size_t i = 0; i < batch.size(); ++i) {
                 Statement& s = *batch[i];

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <ctime>
 
 namespace krstore {
 
@@ -20,6 +21,15 @@ std::string UnitsTable::ddl(Dialect dialect) {
            " obj_id TEXT NOT NULL, version TEXT NOT NULL, name TEXT, revision INTEGER NOT NULL CHECK (revision >= 0),"
            " stored_by TEXT, stored_at TEXT, lock_user TEXT, lock_host TEXT, lock_pid INTEGER, locked_at TEXT,"
            " lock_session INTEGER, UNIQUE (class, obj_id, version))";
+}
+
+std::string UnitsTable::now() {
+    std::time_t t = std::time(nullptr);
+    char text[32];
+    std::tm tm{};
+    gmtime_r(&t, &tm);
+    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &tm);
+    return text;
 }
 
 UnitsTable::UnitsTable(Connection& db, bool lockSessions) : db_(db), lockSessions_(lockSessions) {

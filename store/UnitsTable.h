@@ -23,6 +23,8 @@ public:
     static std::string ddl(Dialect dialect);
     // What a class table's unit column references.
     static std::string reference() { return std::string(kName) + "(unit_id)"; }
+    // The time rows are stamped with (stored_at, locked_at): UTC, to the second.
+    static std::string now();
 
     // `lockSessions`: locks name the server session that took them.
     UnitsTable(Connection& db, bool lockSessions);
