@@ -51,18 +51,9 @@ std::string withoutPassword(const std::string& url) {
 namespace {
 
 // Owners of what libpq hands out: a result, a connection, memory it allocated.
-struct ClearResult {
-    void operator()(PGresult* r) const noexcept { PQclear(r); }
-};
-struct FinishConnection {
-    void operator()(PGconn* c) const noexcept { PQfinish(c); }
-};
-struct FreeMemory {
-    void operator()(char* p) const noexcept { PQfreemem(p); }
-};
-using Result = std::unique_ptr<PGresult, ClearResult>;
-using ConnectionHandle = std::unique_ptr<PGconn, FinishConnection>;
-using Literal = std::unique_ptr<char, FreeMemory>;
+using Result = std::unique_ptr<PGresult, Releaser<PQclear>>;
+using ConnectionHandle = std::unique_ptr<PGconn, Releaser<PQfinish>>;
+using Literal = std::unique_ptr<char, Releaser<PQfreemem>>;
 
 // The next result of what was sent (null once they are all taken).
 Result nextResult(PGconn* conn) { return Result(PQgetResult(conn)); }

@@ -143,6 +143,16 @@ public:
     }
 };
 
+// The deleter of an owner (std::unique_ptr) of what a C library hands out:
+// calls the library's function that releases it.
+template <auto Release>
+struct Releaser {
+    template <class T>
+    void operator()(T* p) const noexcept {
+        Release(p);
+    }
+};
+
 // A transaction that rolls back unless committed.
 class KRMWTARN_API Transaction {
 public:

@@ -43,14 +43,8 @@ SqlFault faultOf(int code) {
 }
 
 // Owners of what SQLite hands out: a prepared statement and a connection.
-struct Finalize {
-    void operator()(sqlite3_stmt* s) const noexcept { sqlite3_finalize(s); }
-};
-struct Close {
-    void operator()(sqlite3* db) const noexcept { sqlite3_close_v2(db); }
-};
-using StatementHandle = std::unique_ptr<sqlite3_stmt, Finalize>;
-using DatabaseHandle = std::unique_ptr<sqlite3, Close>;
+using StatementHandle = std::unique_ptr<sqlite3_stmt, Releaser<sqlite3_finalize>>;
+using DatabaseHandle = std::unique_ptr<sqlite3, Releaser<sqlite3_close_v2>>;
 
 [[noreturn]] void fail(sqlite3* db, int code) {
     const char* text = db ? sqlite3_errmsg(db) : sqlite3_errstr(code);
