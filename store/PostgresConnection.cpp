@@ -10,8 +10,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <deque>
+#include <memory>
 
 #include <krmwtarn/store/Sql.h>
+#include <krmwtarn/store/UnitsTable.h>
 
 namespace krstore {
 
@@ -48,6 +50,18 @@ std::string withoutPassword(const std::string& url) {
 
 namespace {
 
+// Owners of what libpq hands out: a result, a connection, memory it allocated.
+using Result = std::unique_ptr<PGresult, Releaser<PQclear>>;
+using ConnectionHandle = std::unique_ptr<PGconn, Releaser<PQfinish>>;
+using Literal = std::unique_ptr<char, Releaser<PQfreemem>>;
+
+// The next result of what was sent (null once they are all taken).
+Result nextResult(PGconn* conn) { return Result(PQgetResult(conn)); }
+
+// Runs a statement whose outcome does not matter (what is left to do as a
+// connection or a transaction ends).
+void runQuietly(PGconn* conn, const char* sql) noexcept { Result(PQexec(conn, sql)); }
+
 SqlFault faultOf(const char* state) {
     if (!state) return SqlFault::Other;
     std::string_view s(state);
@@ -81,21 +95,18 @@ std::string oneLine(const char* text) {
     return out.empty() ? "the server gave no reason" : out;
 }
 
-[[noreturn]] void fail(PGconn* conn, PGresult* result) {
+// The failure a result tells (or, without one, the connection).
+[[noreturn]] void fail(PGconn* conn, const PGresult* result = nullptr) {
     const char* state = result ? PQresultErrorField(result, PG_DIAG_SQLSTATE) : nullptr;
     const char* primary = result ? PQresultErrorField(result, PG_DIAG_MESSAGE_PRIMARY) : nullptr;
-    std::string text = oneLine(primary ? primary : PQerrorMessage(conn));
-    SqlFault fault = faultOf(state);
-    PQclear(result);
-    throw SqlError(fault, text);
+    throw SqlError(faultOf(state), oneLine(primary ? primary : PQerrorMessage(conn)));
 }
 
 // Runs a statement whose result is no rows or rows it does not need.
 void run(PGconn* conn, const char* sql) {
-    PGresult* r = PQexec(conn, sql);
-    ExecStatusType st = PQresultStatus(r);
-    if (st != PGRES_COMMAND_OK && st != PGRES_TUPLES_OK) fail(conn, r);
-    PQclear(r);
+    Result r(PQexec(conn, sql));
+    ExecStatusType st = PQresultStatus(r.get());
+    if (st != PGRES_COMMAND_OK && st != PGRES_TUPLES_OK) fail(conn, r.get());
 }
 
 // The statement with its ? placeholders numbered as the server takes them
@@ -130,6 +141,8 @@ class PgStatement;
 class Pipeline {
 public:
     explicit Pipeline(PGconn* conn) : conn_(conn) {}
+    Pipeline(const Pipeline&) = delete;
+    Pipeline& operator=(const Pipeline&) = delete;
     void start(const std::vector<Statement*>& statements);
     // Takes results up to and including this statement's.
     void receive(PgStatement* statement);
@@ -143,7 +156,7 @@ public:
     }
 
 private:
-    PGresult* next();
+    Result next();
     // Takes the next result into the statement it belongs to; answers that statement.
     PgStatement* takeNext();
     void close() noexcept;
@@ -165,7 +178,6 @@ public:
           null_(static_cast<std::size_t>(params), true) {}
     ~PgStatement() override {
         if (awaiting_) pipeline_.settle();
-        PQclear(result_);
     }
 
     void bindNull(int i) override { null_.at(static_cast<std::size_t>(i)) = true; }
@@ -182,14 +194,13 @@ public:
             std::vector<const char*> params = parameters();
             int n = static_cast<int>(params.size());
             if (!prepared_ && runs_ > 0) {
-                PGresult* r = PQprepare(conn_, name_.c_str(), sql_.c_str(), n, nullptr);
-                if (PQresultStatus(r) != PGRES_COMMAND_OK) fail(conn_, r);
-                PQclear(r);
+                Result r(PQprepare(conn_, name_.c_str(), sql_.c_str(), n, nullptr));
+                if (PQresultStatus(r.get()) != PGRES_COMMAND_OK) fail(conn_, r.get());
                 prepared_ = true;
             }
             ++runs_;
-            take(prepared_ ? PQexecPrepared(conn_, name_.c_str(), n, params.data(), nullptr, nullptr, 0)
-                           : PQexecParams(conn_, sql_.c_str(), n, nullptr, params.data(), nullptr, nullptr, 0));
+            take(Result(prepared_ ? PQexecPrepared(conn_, name_.c_str(), n, params.data(), nullptr, nullptr, 0)
+                                  : PQexecParams(conn_, sql_.c_str(), n, nullptr, params.data(), nullptr, nullptr, 0)));
         } else if (started_) {
             ++row_;
             if ((row_ & 1023) == 0) pipeline_.drain();
@@ -208,28 +219,28 @@ public:
                     : PQsendQueryParams(conn_, sql_.c_str(), n, nullptr, params.data(), nullptr, nullptr, 0)) == 1;
     }
     // The statement's result: its rows are stepped through from the first.
-    void take(PGresult* r) {
+    void take(Result r) {
         awaiting_ = false;
-        ExecStatusType st = PQresultStatus(r);
-        if (st != PGRES_TUPLES_OK && st != PGRES_COMMAND_OK) fail(conn_, r);
-        PQclear(result_);
-        result_ = r;
-        rows_ = st == PGRES_TUPLES_OK ? PQntuples(r) : 0;
+        ExecStatusType st = PQresultStatus(r.get());
+        if (st != PGRES_TUPLES_OK && st != PGRES_COMMAND_OK) fail(conn_, r.get());
+        rows_ = st == PGRES_TUPLES_OK ? PQntuples(r.get()) : 0;
+        result_ = std::move(r);
         row_ = 0;
         started_ = false;
     }
     void reset() override {
         if (awaiting_) pipeline_.settle();
-        PQclear(result_);
-        result_ = nullptr;
+        result_.reset();
         rows_ = row_ = 0;
         std::fill(null_.begin(), null_.end(), true);
     }
-    bool isNull(int column) override { return !result_ || PQgetisnull(result_, row_, column); }
+    bool isNull(int column) override { return !result_ || PQgetisnull(result_.get(), row_, column); }
     long long getInt(int column) override {
-        return isNull(column) ? 0 : std::strtoll(PQgetvalue(result_, row_, column), nullptr, 10);
+        return isNull(column) ? 0 : std::strtoll(PQgetvalue(result_.get(), row_, column), nullptr, 10);
     }
-    const char* getText(int column) override { return isNull(column) ? nullptr : PQgetvalue(result_, row_, column); }
+    const char* getText(int column) override {
+        return isNull(column) ? nullptr : PQgetvalue(result_.get(), row_, column);
+    }
 
 private:
     std::vector<const char*> parameters() const {
@@ -242,7 +253,7 @@ private:
     std::string sql_, name_;
     std::vector<std::string> values_;
     std::vector<bool> null_;
-    PGresult* result_ = nullptr;
+    Result result_;
     int rows_ = 0, row_ = 0;
     long runs_ = 0;
     bool prepared_ = false;
@@ -252,27 +263,28 @@ private:
 
 void Pipeline::start(const std::vector<Statement*>& statements) {
     settle();
-    if (PQenterPipelineMode(conn_) != 1) fail(conn_, nullptr);
+    if (PQenterPipelineMode(conn_) != 1) fail(conn_);
     open_ = true;
     for (Statement* s : statements) {
         auto* p = static_cast<PgStatement*>(s);
         queue_.push_back(p);
         if (!p->send()) {
             settle();
-            fail(conn_, nullptr);
+            fail(conn_);
         }
     }
     if (PQpipelineSync(conn_) != 1) {
         settle();
-        fail(conn_, nullptr);
+        fail(conn_);
     }
 }
 
-PGresult* Pipeline::next() {
+Result Pipeline::next() {
     queue_.pop_front();
-    PGresult* r = PQgetResult(conn_);
+    Result r = nextResult(conn_);
     // The end of this statement's results.
-    while (PGresult* extra = PQgetResult(conn_)) PQclear(extra);
+    while (nextResult(conn_)) {
+    }
     if (queue_.empty()) close();
     return r;
 }
@@ -310,11 +322,8 @@ void Pipeline::settle() noexcept {
 void Pipeline::close() noexcept {
     if (!open_) return;
     open_ = false;
-    while (PGresult* r = PQgetResult(conn_)) {
-        bool sync = PQresultStatus(r) == PGRES_PIPELINE_SYNC;
-        PQclear(r);
-        if (sync) break;
-    }
+    while (Result r = nextResult(conn_))
+        if (PQresultStatus(r.get()) == PGRES_PIPELINE_SYNC) break;
     PQexitPipelineMode(conn_);
 }
 
@@ -326,9 +335,8 @@ public:
         : conn_(conn), fields_(columns.size()), null_(columns.size(), true) {
         std::string names;
         for (const std::string& c : columns) names += (names.empty() ? "" : ", ") + c;
-        PGresult* r = PQexec(conn_, ("COPY " + table + " (" + names + ") FROM STDIN").c_str());
-        if (PQresultStatus(r) != PGRES_COPY_IN) fail(conn_, r);
-        PQclear(r);
+        Result r(PQexec(conn_, ("COPY " + table + " (" + names + ") FROM STDIN").c_str()));
+        if (PQresultStatus(r.get()) != PGRES_COPY_IN) fail(conn_, r.get());
         open_ = true;
         buffer_.reserve(kBatch + 4096);
     }
@@ -336,7 +344,8 @@ public:
         if (!open_) return;
         // Abandoned (an exception on the way): the server drops what it took.
         PQputCopyEnd(conn_, "abandoned");
-        while (PGresult* r = PQgetResult(conn_)) PQclear(r);
+        while (nextResult(conn_)) {
+        }
     }
     void bindNull(int i) override { null_.at(static_cast<std::size_t>(i)) = true; }
     void bindInt(int i, long long value) override { bindText(i, std::to_string(value)); }
@@ -378,15 +387,12 @@ public:
     void finish() override {
         send();
         open_ = false;
-        if (PQputCopyEnd(conn_, nullptr) != 1) fail(conn_, nullptr);
-        PGresult* failed = nullptr;
-        while (PGresult* r = PQgetResult(conn_)) {
-            if (PQresultStatus(r) != PGRES_COMMAND_OK && !failed)
-                failed = r;
-            else
-                PQclear(r);
-        }
-        if (failed) fail(conn_, failed);
+        if (PQputCopyEnd(conn_, nullptr) != 1) fail(conn_);
+        // The first failure is told, once every result is taken.
+        Result failed;
+        while (Result r = nextResult(conn_))
+            if (PQresultStatus(r.get()) != PGRES_COMMAND_OK && !failed) failed = std::move(r);
+        if (failed) fail(conn_, failed.get());
     }
     bool rowByRow() const override { return false; }
 
@@ -394,7 +400,7 @@ private:
     static constexpr std::size_t kBatch = 256 * 1024;
     void send() {
         if (buffer_.empty()) return;
-        if (PQputCopyData(conn_, buffer_.data(), static_cast<int>(buffer_.size())) != 1) fail(conn_, nullptr);
+        if (PQputCopyData(conn_, buffer_.data(), static_cast<int>(buffer_.size())) != 1) fail(conn_);
         buffer_.clear();
     }
     PGconn* conn_;
@@ -408,33 +414,25 @@ void quiet(void*, const char*) {}
 
 class PgConnection final : public Connection {
 public:
-    explicit PgConnection(const std::string& url) : where_(withoutPassword(url)) {
-        conn_ = PQconnectdb(url.c_str());
-        pipeline_ = Pipeline(conn_);
-        if (!conn_ || PQstatus(conn_) != CONNECTION_OK) {
-            std::string text = oneLine(conn_ ? PQerrorMessage(conn_) : "out of memory");
-            PQfinish(conn_);
-            throw SqlError(SqlFault::CannotOpen, text);
-        }
+    // A connection that fails part way is closed by its owner as the
+    // constructor throws.
+    explicit PgConnection(const std::string& url)
+        : owner_(PQconnectdb(url.c_str())), conn_(owner_.get()), pipeline_(conn_), where_(withoutPassword(url)) {
+        if (!conn_ || PQstatus(conn_) != CONNECTION_OK)
+            throw SqlError(SqlFault::CannotOpen, oneLine(conn_ ? PQerrorMessage(conn_) : "out of memory"));
         // Notices (a table that exists already, ...) are no news to a user.
         PQsetNoticeProcessor(conn_, quiet, nullptr);
-        try {
-            // A writer waits for another writer of the same unit, but not forever.
-            run(conn_, "SET lock_timeout = '60s'");
-            auto s = prepare("SELECT pg_is_in_recovery() OR current_setting('transaction_read_only') = 'on'");
-            readOnly_ = s->step() && s->getText(0) && *s->getText(0) == 't';
-        } catch (...) {
-            PQfinish(conn_);
-            throw;
-        }
+        // A writer waits for another writer of the same unit, but not forever.
+        run(conn_, "SET lock_timeout = '60s'");
+        auto s = prepare("SELECT pg_is_in_recovery() OR current_setting('transaction_read_only') = 'on'");
+        readOnly_ = s->step() && s->getText(0) && *s->getText(0) == 't';
     }
     ~PgConnection() override {
         pipeline_.settle();
         // The marks go now rather than when the server has ended the session
         // (which it does a moment after the connection closes).
-        if (marked_) PQclear(PQexec(conn_, "SELECT pg_advisory_unlock_all()"));
+        if (marked_) runQuietly(conn_, "SELECT pg_advisory_unlock_all()");
         statements_.clear();
-        PQfinish(conn_);
     }
 
     Dialect dialect() const override { return Dialect::Postgres; }
@@ -466,7 +464,7 @@ public:
     void rollback() noexcept override {
         pipeline_.settle();
         PGTransactionStatusType st = PQtransactionStatus(conn_);
-        if (st == PQTRANS_INTRANS || st == PQTRANS_INERROR) PQclear(PQexec(conn_, "ROLLBACK"));
+        if (st == PQTRANS_INTRANS || st == PQTRANS_INERROR) runQuietly(conn_, "ROLLBACK");
     }
     void serialize(std::vector<std::string> keys) override {
         std::sort(keys.begin(), keys.end());
@@ -474,10 +472,9 @@ public:
         // One round trip: the locks are taken in the order of the statements.
         std::string sql;
         for (const std::string& k : keys) {
-            char* literal = PQescapeLiteral(conn_, k.data(), k.size());
-            if (!literal) fail(conn_, nullptr);
-            sql += std::string("SELECT pg_advisory_xact_lock(hashtextextended(") + literal + ", 0));";
-            PQfreemem(literal);
+            Literal literal(PQescapeLiteral(conn_, k.data(), k.size()));
+            if (!literal) fail(conn_);
+            sql += std::string("SELECT pg_advisory_xact_lock(hashtextextended(") + literal.get() + ", 0));";
         }
         if (!sql.empty()) exec(sql);
     }
@@ -540,7 +537,9 @@ private:
     // The first key of a unit's mark: the unit table's own object number, so
     // repositories in several schemas of one database keep their marks apart.
     long long markSpace() {
-        if (markSpace_ < 0) markSpace_ = intOf("SELECT 'units'::regclass::oid::bigint % 2147483648");
+        if (markSpace_ < 0)
+            markSpace_ =
+                intOf(("SELECT '" + std::string(UnitsTable::kName) + "'::regclass::oid::bigint % 2147483648").c_str());
         return markSpace_;
     }
     void markCall(const char* sql, long long unit) {
@@ -550,8 +549,10 @@ private:
         s.step();
         s.reset();
     }
-    PGconn* conn_ = nullptr;
-    Pipeline pipeline_{nullptr};
+    // Declared first, closed last: the statements and the pipeline use it to the end.
+    ConnectionHandle owner_;
+    PGconn* conn_;
+    Pipeline pipeline_;
     std::string where_;
     bool readOnly_ = false;
     long prepared_ = 0;

@@ -12,22 +12,21 @@
 
 #include <krmwtarn/platform/repository/ADObject.h>
 #include <krmwtarn/platform/techobj/DSRepositoryClient.h>
-#include <krmwtarn/store/LinkPositions.h>
 
-#include <array>
-#include <tuple>
 #include <map>
 #include <memory>
 #include <string>
-#include <unordered_map>
+#include <tuple>
 #include <vector>
 
 namespace krstore {
 
 class Connection;
+class LinkAttacher;
+class RowRefused;
 class Schema;
-class Statement;
-struct Table;
+class StatementCache;
+class UnitsTable;
 struct UnitContent;
 
 // Message numbers of the store's KVExceptions.
@@ -153,39 +152,36 @@ public:
     int getDeleteList(_ADObject* object, DSModelCollection* into) override;
     int copy(_ADObject* object) override;
 
-    // A link row whose ends are not both live yet.
-    struct LinkRow;
-
 private:
     Repository(std::unique_ptr<Connection> connection, std::string location, LockOwner owner);
     void openSchema();
-    void write(std::vector<UnitContent>& units);
+    void write(const std::vector<UnitContent>& units);
+    [[noreturn]] void refuseRow(const RowRefused& e);
     // Drops the lock of a unit read from the repository when the session that
     // took it has ended.
     void settleLock(UnitInfo& unit);
     void load(const std::vector<long long>& unitIDs, bool all, bool refresh);
-    void attachPending(std::vector<std::unique_ptr<LinkRow>>& rows, std::vector<ADObject>& made);
-    bool attach(LinkRow& row);
-    Statement& statement(const std::string& sql);
     bool lookupUnit(const UnitKey& key, UnitInfo& into);
+    // The unit of this key; refused when it is not stored.
+    UnitInfo storedUnit(const UnitKey& key);
     long long unitHolding(const char* className, const char* objID, const char* version);
     [[noreturn]] void raise(const std::exception& e, const std::string& doing);
     void forgetUnit(const UnitKey& key);
 
     std::unique_ptr<Connection> db_;
     const Schema* schema_;
-    std::string unitColumns_;  // the unit table's columns as unitFrom reads them
     std::string location_;
     LockOwner owner_;
     std::string copyVersion_;
-    std::unordered_map<std::string, std::unique_ptr<Statement>> statements_;
+    // Over db_, and gone before it.
+    std::unique_ptr<StatementCache> statements_;
+    std::unique_ptr<UnitsTable> units_;
+    // Links retrieved: their stored positions, and the rows that wait for their ends.
+    std::unique_ptr<LinkAttacher> links_;
     // What this program knows of units: the revision it stored or retrieved,
     // and the roots it retrieved (held so a unit stays live with its session).
     std::map<UnitKey, long> revisions_;
     std::map<UnitKey, ADObject> roots_;
-    // Stored positions of retrieved links in their source's and target's roles.
-    LinkPositions positions_;
-    std::vector<std::unique_ptr<LinkRow>> pending_;
     // Units whose lock mark this program's session holds.
     std::vector<long long> marks_;
 };

@@ -40,6 +40,7 @@ struct KRMWTARN_API Table {
     std::string selectByUnit;              // every column, rows of one unit
     std::string copyUnit;                  // rows of a unit (3rd parameter) into a version (1st) and unit (2nd)
     std::string deleteByUnit;
+    std::string selectUnit;  // the unit of a row by identity (object ID, version)
     // Column positions in insert and select: identity first, then the ends.
     static constexpr int kId = 0, kVersion = 1, kUnit = 2;
     static constexpr int kSourceClass = 3, kSourceId = 4, kSourcePos = 5;
@@ -59,7 +60,7 @@ public:
     // The table of a class, or null.
     const Table* table(const char* className) const;
     const std::vector<Table>& tables() const noexcept { return tables_; }
-    // Statements that make the whole schema (the unit table first).
+    // Statements that make the whole schema (the unit table first, as UnitsTable writes it).
     const std::vector<std::string>& ddl() const noexcept { return ddl_; }
 
 private:

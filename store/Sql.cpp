@@ -1,5 +1,6 @@
 // Sql.cpp — what every connection shares: rows written through a prepared
-// INSERT, one statement execution per row (each failure names its row).
+// INSERT, one statement execution per row (each failure names its row), and
+// the cache of prepared statements.
 #include <krmwtarn/store/Sql.h>
 
 namespace krstore {
@@ -32,6 +33,13 @@ std::unique_ptr<RowWriter> Connection::writeRows(const std::string& table, const
         params += params.empty() ? "?" : ", ?";
     }
     return std::make_unique<InsertWriter>(prepare("INSERT INTO " + table + " (" + names + ") VALUES (" + params + ")"));
+}
+
+Statement& StatementCache::operator()(const std::string& sql) {
+    std::unique_ptr<Statement>& s = statements_[sql];
+    if (!s) s = db_.prepare(sql);
+    s->reset();
+    return *s;
 }
 
 }  // namespace krstore

@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace krstore {
@@ -43,6 +44,9 @@ private:
 // Values given to a statement or a row writer; positions count from 0.
 class KRMWTARN_API Parameters {
 public:
+    Parameters() = default;
+    Parameters(const Parameters&) = delete;
+    Parameters& operator=(const Parameters&) = delete;
     virtual ~Parameters() = default;
     virtual void bindNull(int i) = 0;
     virtual void bindInt(int i, long long value) = 0;
@@ -75,6 +79,9 @@ public:
 
 class KRMWTARN_API Connection {
 public:
+    Connection() = default;
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
     virtual ~Connection() = default;
     virtual Dialect dialect() const = 0;
     virtual std::unique_ptr<Statement> prepare(const std::string& sql) = 0;
@@ -134,6 +141,53 @@ public:
         (void)unit;
         return true;
     }
+};
+
+// The deleter of an owner (std::unique_ptr) of what a C library hands out:
+// calls the library's function that releases it.
+template <auto Release>
+struct Releaser {
+    template <class T>
+    void operator()(T* p) const noexcept {
+        Release(p);
+    }
+};
+
+// A transaction that rolls back unless committed.
+class KRMWTARN_API Transaction {
+public:
+    Transaction(Connection& db, bool write) : db_(db) {
+        if (write)
+            db.beginWrite();
+        else
+            db.beginRead();
+    }
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    ~Transaction() {
+        if (!done_) db_.rollback();
+    }
+    void commit() {
+        db_.commit();
+        done_ = true;
+    }
+
+private:
+    Connection& db_;
+    bool done_ = false;
+};
+
+// Statements prepared once each, kept by their SQL, and handed out reset.
+class KRMWTARN_API StatementCache {
+public:
+    explicit StatementCache(Connection& db) : db_(db) {}
+    StatementCache(const StatementCache&) = delete;
+    StatementCache& operator=(const StatementCache&) = delete;
+    Statement& operator()(const std::string& sql);
+
+private:
+    Connection& db_;
+    std::unordered_map<std::string, std::unique_ptr<Statement>> statements_;
 };
 
 // Opens (or, when `create`, makes) an SQLite database file.

@@ -6,6 +6,8 @@
 
 #include <sqlite3.h>
 
+#include <memory>
+
 #include <unistd.h>
 
 namespace krstore {
@@ -40,6 +42,10 @@ SqlFault faultOf(int code) {
     }
 }
 
+// Owners of what SQLite hands out: a prepared statement and a connection.
+using StatementHandle = std::unique_ptr<sqlite3_stmt, Releaser<sqlite3_finalize>>;
+using DatabaseHandle = std::unique_ptr<sqlite3, Releaser<sqlite3_close_v2>>;
+
 [[noreturn]] void fail(sqlite3* db, int code) {
     const char* text = db ? sqlite3_errmsg(db) : sqlite3_errstr(code);
     throw SqlError(faultOf(code), text ? text : sqlite3_errstr(code));
@@ -47,29 +53,28 @@ SqlFault faultOf(int code) {
 
 class SqliteStatement final : public Statement {
 public:
-    SqliteStatement(sqlite3* db, sqlite3_stmt* stmt) : db_(db), stmt_(stmt) {}
-    ~SqliteStatement() override { sqlite3_finalize(stmt_); }
+    SqliteStatement(sqlite3* db, StatementHandle stmt) : db_(db), stmt_(std::move(stmt)) {}
 
-    void bindNull(int i) override { check(sqlite3_bind_null(stmt_, i + 1)); }
-    void bindInt(int i, long long value) override { check(sqlite3_bind_int64(stmt_, i + 1, value)); }
+    void bindNull(int i) override { check(sqlite3_bind_null(stmt_.get(), i + 1)); }
+    void bindInt(int i, long long value) override { check(sqlite3_bind_int64(stmt_.get(), i + 1, value)); }
     void bindText(int i, std::string_view value) override {
-        check(sqlite3_bind_text(stmt_, i + 1, value.data(), static_cast<int>(value.size()), SQLITE_TRANSIENT));
+        check(sqlite3_bind_text(stmt_.get(), i + 1, value.data(), static_cast<int>(value.size()), SQLITE_TRANSIENT));
     }
     bool step() override {
-        int rc = sqlite3_step(stmt_);
+        int rc = sqlite3_step(stmt_.get());
         if (rc == SQLITE_ROW) return true;
         if (rc == SQLITE_DONE) return false;
-        sqlite3_reset(stmt_);
+        sqlite3_reset(stmt_.get());
         fail(db_, rc);
     }
     void reset() override {
-        sqlite3_reset(stmt_);
-        sqlite3_clear_bindings(stmt_);
+        sqlite3_reset(stmt_.get());
+        sqlite3_clear_bindings(stmt_.get());
     }
-    bool isNull(int column) override { return sqlite3_column_type(stmt_, column) == SQLITE_NULL; }
-    long long getInt(int column) override { return sqlite3_column_int64(stmt_, column); }
+    bool isNull(int column) override { return sqlite3_column_type(stmt_.get(), column) == SQLITE_NULL; }
+    long long getInt(int column) override { return sqlite3_column_int64(stmt_.get(), column); }
     const char* getText(int column) override {
-        return reinterpret_cast<const char*>(sqlite3_column_text(stmt_, column));
+        return reinterpret_cast<const char*>(sqlite3_column_text(stmt_.get(), column));
     }
 
 private:
@@ -77,52 +82,45 @@ private:
         if (rc != SQLITE_OK) fail(db_, rc);
     }
     sqlite3* db_;
-    sqlite3_stmt* stmt_;
+    StatementHandle stmt_;
 };
 
 class SqliteConnection final : public Connection {
 public:
+    // A connection that fails part way is closed by its owner as the
+    // constructor throws (SQLite makes one even when the open fails).
     SqliteConnection(const std::string& path, bool create) : path_(path) {
         int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
-        int rc = sqlite3_open_v2(path.c_str(), &db_, flags, nullptr);
-        if (rc != SQLITE_OK) {
-            std::string text = db_ ? sqlite3_errmsg(db_) : sqlite3_errstr(rc);
-            sqlite3_close(db_);
-            db_ = nullptr;
-            throw SqlError(faultOf(rc), text);
-        }
-        sqlite3_extended_result_codes(db_, 1);
+        sqlite3* opened = nullptr;
+        int rc = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
+        db_.reset(opened);
+        if (rc != SQLITE_OK) throw SqlError(faultOf(rc), db_.get() ? sqlite3_errmsg(db_.get()) : sqlite3_errstr(rc));
+        sqlite3_extended_result_codes(db_.get(), 1);
         // Writers wait for each other instead of failing at once.
-        sqlite3_busy_timeout(db_, 10000);
-        // The first read of the header tells a file that is no database; the
-        // connection is closed here, as no destructor runs after a throwing constructor.
-        try {
-            exec("PRAGMA foreign_keys = ON");
-            exec("SELECT count(*) FROM sqlite_schema");
-        } catch (...) {
-            sqlite3_close_v2(db_);
-            throw;
-        }
+        sqlite3_busy_timeout(db_.get(), 10000);
+        // The first read of the header tells a file that is no database.
+        exec("PRAGMA foreign_keys = ON");
+        exec("SELECT count(*) FROM sqlite_schema");
     }
-    ~SqliteConnection() override { sqlite3_close_v2(db_); }
 
     Dialect dialect() const override { return Dialect::Sqlite; }
     std::unique_ptr<Statement> prepare(const std::string& sql) override {
-        sqlite3_stmt* stmt = nullptr;
-        int rc = sqlite3_prepare_v3(db_, sql.c_str(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT, &stmt,
-                                    nullptr);
-        if (rc != SQLITE_OK) fail(db_, rc);
-        return std::make_unique<SqliteStatement>(db_, stmt);
+        sqlite3_stmt* made = nullptr;
+        int rc = sqlite3_prepare_v3(db_.get(), sql.c_str(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
+                                    &made, nullptr);
+        StatementHandle stmt(made);
+        if (rc != SQLITE_OK) fail(db_.get(), rc);
+        return std::make_unique<SqliteStatement>(db_.get(), std::move(stmt));
     }
     void exec(const std::string& sql) override {
-        int rc = sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, nullptr);
-        if (rc != SQLITE_OK) fail(db_, rc);
+        int rc = sqlite3_exec(db_.get(), sql.c_str(), nullptr, nullptr, nullptr);
+        if (rc != SQLITE_OK) fail(db_.get(), rc);
     }
     void beginWrite() override { exec("BEGIN IMMEDIATE"); }
     void beginRead() override { exec("BEGIN"); }
     void commit() override { exec("COMMIT"); }
     void rollback() noexcept override {
-        if (!sqlite3_get_autocommit(db_)) sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+        if (!sqlite3_get_autocommit(db_.get())) sqlite3_exec(db_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
     }
     const std::string& where() const override { return path_; }
     bool isEmpty() override { return intOf("SELECT count(*) FROM sqlite_schema") == 0; }
@@ -132,7 +130,7 @@ public:
         exec("PRAGMA application_id = " + std::to_string(kApplicationId));
         exec("PRAGMA user_version = " + std::to_string(version));
     }
-    bool readOnly() override { return sqlite3_db_readonly(db_, "main") == 1 || access(path_.c_str(), W_OK) != 0; }
+    bool readOnly() override { return sqlite3_db_readonly(db_.get(), "main") == 1 || access(path_.c_str(), W_OK) != 0; }
     void limitPages(long pages) override {
         if (pages > 0) exec("PRAGMA max_page_count = " + std::to_string(pages));
     }
@@ -143,7 +141,7 @@ private:
         return s->step() ? s->getInt(0) : 0;
     }
     std::string path_;
-    sqlite3* db_ = nullptr;
+    DatabaseHandle db_;
 };
 
 }  // namespace

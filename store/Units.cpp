@@ -3,6 +3,7 @@
 #include <krmwtarn/store/Units.h>
 
 #include <krmwtarn/platform/repository/ADLink.h>
+#include <krmwtarn/platform/repository/ADReflection.h>
 #include <krmwtarn/platform/repository/DSController.h>
 #include <krmwtarn/platform/repository/DSRegistrar.h>
 
@@ -136,6 +137,14 @@ long positionInEnd(_ADObject* link, int end) {
         }
     });
     return found;
+}
+
+void clearChanges(_ADObject* o) {
+    if (o->isRelationshipObject()) static_cast<_ADLink*>(o)->setEndChanged(adEndSource | adEndTarget, false);
+    if (!o->getChangeFlag(nullptr)) return;
+    adForEachRow(o, [o](const ADAttributeEntry& row) {
+        if (!adIsEndRow(row)) o->setChangeBit(row.name, omClearChanged);
+    });
 }
 
 }  // namespace krstore

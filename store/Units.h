@@ -48,6 +48,10 @@ KRMWTARN_API void forEachRole(_ADObject* o, F&& f);
 // The position of a link in the role of one of its ends (0 source, 1 target), or -1.
 KRMWTARN_API long positionInEnd(_ADObject* link, int end);
 
+// Every change bit of an object off (attributes and roles by name, link
+// ends): what an object stored or reloaded has.
+void clearChanges(_ADObject* o);
+
 }  // namespace krstore
 
 #include <krmwtarn/store/Units.inl>
