@@ -10,6 +10,7 @@
 // how (transactions, bulk rows, lock sessions).
 #include <krmwtarn/store/Repository.h>
 
+#include <krmwtarn/model/framework/GraphCheck.h>
 #include <krmwtarn/platform/repository/DSRegistrar.h>
 #include <krmwtarn/store/LinkAttacher.h>
 #include <krmwtarn/store/Refusal.h>
@@ -280,6 +281,7 @@ ADObject Repository::retrieveUnit(const UnitKey& key) {
 void Repository::retrieveAll() { load({}, true, false); }
 
 void Repository::load(const std::vector<long long>& unitIDs, bool all, bool refresh) {
+    KR_ASSERT_GRAPH_ON_EXIT(refresh ? "a refresh from the repository" : "a retrieve from the repository");
     UnitReader reader(*db_, *schema_, *units_, *statements_, *links_, location_);
     UnitReader::Loaded loaded;
     try {

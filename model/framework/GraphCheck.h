@@ -29,9 +29,25 @@ KRMWTARN_API void assertGraph(const char* after);
 
 }  // namespace kr
 
-// After a step that rebuilds part of the graph, in debug builds only.
+namespace kr {
+// Checks the graph when the scope ends, however it ends (a refused step must
+// leave the graph as whole as a done one).
+struct GraphCheckOnExit {
+    const char* after;
+    explicit GraphCheckOnExit(const char* what) noexcept : after(what) {}
+    GraphCheckOnExit(const GraphCheckOnExit&) = delete;
+    GraphCheckOnExit& operator=(const GraphCheckOnExit&) = delete;
+    ~GraphCheckOnExit() { assertGraph(after); }
+};
+}  // namespace kr
+
+// After a step that rebuilds part of the graph, in debug builds only: now, or
+// when the enclosing scope ends.
 #ifdef NDEBUG
 #define KR_ASSERT_GRAPH(after) ((void)0)
+#define KR_ASSERT_GRAPH_ON_EXIT(after) ((void)0)
 #else
 #define KR_ASSERT_GRAPH(after) ::kr::assertGraph(after)
+#define KR_ASSERT_GRAPH_ON_EXIT(after) \
+    const ::kr::GraphCheckOnExit krGraphCheckOnExit_ { after }
 #endif

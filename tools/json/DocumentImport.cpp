@@ -5,6 +5,7 @@
 // undoes all of it: the repository is left exactly as it was.
 #include <krmwtarn/json/DocumentPlan.h>
 
+#include <krmwtarn/model/framework/GraphCheck.h>
 #include <krmwtarn/model/framework/KRLink.h>
 #include <krmwtarn/platform/common/Refusals.h>
 #include <krmwtarn/platform/repository/ADLink.h>
@@ -85,6 +86,7 @@ public:
     explicit Builder(Plan& plan) : plan_(plan) {}
 
     std::vector<ADObject> run() {
+        KR_ASSERT_GRAPH_ON_EXIT("an import of documents");
         try {
             make();
             for (int link : plan_.joins[kSource]) join(link, kSource);
