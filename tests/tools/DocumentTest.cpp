@@ -38,6 +38,9 @@ protected:
             ADD_FAILURE() << "accepted a document that should be refused at " << where;
         } catch (const viewdoc::DocumentError& e) {
             EXPECT_EQ(e.where(), where) << e.what();
+            EXPECT_EQ(e.finding().text(),
+                      (where.empty() ? "" : where + ": ") + "error: " + std::string(e.what()).substr(where.size() + 2))
+                << e.what();
             if (!message.empty()) {
                 EXPECT_EQ(std::string(e.what()), where + ": " + message);
             }

@@ -10,6 +10,7 @@
 #pragma once
 
 #include <krmwtarn/platform/common/Export.h>
+#include <krmwtarn/platform/common/Finding.h>
 #include <krmwtarn/platform/views/DLLViewExpansion.h>
 
 #include <nlohmann/json.hpp>
@@ -21,15 +22,17 @@
 
 namespace viewdoc {
 
-// A refused document; `where` is a JSON pointer to the offending place.
+// A refused document: a finding whose path is a JSON pointer to the offending
+// place; what() reads "where: what".
 class KRMWTARN_API DocumentError : public std::runtime_error {
 public:
     DocumentError(const std::string& where, const std::string& what)
-        : std::runtime_error(where + ": " + what), where_(where) {}
-    const std::string& where() const { return where_; }
+        : std::runtime_error(where + ": " + what), finding_{{}, 0, 0, kr::Severity::Error, what, {}, where} {}
+    const std::string& where() const noexcept { return finding_.path; }
+    const kr::Finding& finding() const noexcept { return finding_; }
 
 private:
-    std::string where_;
+    kr::Finding finding_;
 };
 
 // The expansion as a document: {"view": NAME, "root": {...}}.
