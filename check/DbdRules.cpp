@@ -13,6 +13,7 @@ constexpr int kMaxLevels = 15;
 // What the DBD's organisation is, when the table knows it.
 bool is(const DbdFacts& f, bool Organisation::*property) { return f.org && f.org->*property; }
 bool inFamily(const DbdFacts& f, Family family) { return f.org && f.org->family == family; }
+bool isNamed(const DbdFacts& f, std::string_view name) { return f.org && f.org->name == name; }
 
 // The fields the manager fills for a secondary index, named /SX or /CK and a
 // number: the pointer's subsequence (/SX1, no START or BYTES) and a part of
@@ -36,6 +37,26 @@ const FieldFacts* sequenceField(const SegmentFacts& s) {
 std::string segName(_DSSegment* segment) { return str(segment->_get_strSegmentName()); }
 _DSDBD* dbdOf(_DSSegment* segment) { return kr::sourcesOf<DSContainsSegment>(segment->_get_containingDBD()).first(); }
 _DSSegmentComplex* complexOf(const SegmentFacts& s) { return kr::dyn_cast<_DSSegmentComplex>(s.segment); }
+// The XDFLDs on the segment: each counts as a field of it.
+long xdfldCount(const SegmentFacts& s) {
+    _DSSegmentComplex* c = complexOf(s);
+    return c ? long(c->_get_indices()->count()) : 0;
+}
+// Whether a segment takes part in a logical relationship or is indexed: what
+// the organisations of one segment type kept whole do not allow.
+std::string relationOf(const SegmentFacts& s) {
+    _DSSegmentComplex* c = complexOf(s);
+    if (!c) return {};
+    if (c->_get_logChildren()->count()) return "is a logical parent (LCHILD)";
+    if (c->_get_logParent()->count()) return "is a logical child";
+    if (c->_get_indices()->count()) return "has a secondary index (XDFLD)";
+    return {};
+}
+// A segment whose every occurrence has the same length.
+bool fixedLength(const SegmentFacts& s) {
+    short min = s.segment->_get_minimumLength();
+    return min == 0 || min == s.segment->_get_maximumLength();
+}
 std::string joined(const std::vector<_DSSegment*>& segments) {
     std::string out;
     for (_DSSegment* s : segments) out += (out.empty() ? "" : ", ") + segName(s);
@@ -312,6 +333,101 @@ void logicalHierarchy(const DbdFacts& f, Report& report) {
 // A DBD holds at most 255 segments.
 void segmentCount(const DbdFacts& f, Report& report) {
     beyond(f.dbd, f.name, "DBD " + f.name, long(f.segments.size()), long(krsource::kMaxSegments), "segments", report);
+}
+
+// A DBD other than GSAM has at least one segment.
+void dbdSegments(const DbdFacts& f, Report& report) {
+    if (f.segments.empty() && !inFamily(f, Family::Gsam))
+        report(f.dbd, f.name, "DBD " + f.name + " has no segments (SEGM statements)");
+}
+
+// At most 255 fields in a segment and 1,000 in a DBD, its XDFLDs counted as fields.
+void fieldCount(const DbdFacts& f, Report& report) {
+    long total = 0;
+    for (const SegmentFacts& s : f.segments) {
+        long count = long(s.fields.size()) + xdfldCount(s);
+        total += count;
+        beyond(s.segment, s.path, "segment " + s.name, count, kMaxFieldsPerSegment, "fields and XDFLDs", report);
+    }
+    beyond(f.dbd, f.name, "DBD " + f.name, total, kMaxFieldsPerDbd, "fields and XDFLDs", report);
+}
+
+// A field's name is unique within its segment.
+void fieldNames(const DbdFacts& f, Report& report) {
+    for (const SegmentFacts& s : f.segments)
+        for (std::size_t i = 0; i < s.fields.size(); ++i) {
+            const FieldFacts& fl = s.fields[i];
+            for (std::size_t j = 0; j < i && !fl.name.empty(); ++j)
+                if (s.fields[j].name == fl.name && s.fields[j].externalOnly == fl.externalOnly) {
+                    report(fl.field, s.path + "/" + fl.name,
+                           "field " + fl.name + " is defined twice in segment " + s.name);
+                    break;
+                }
+        }
+}
+
+// A segment's sequence field is its first field.
+void sequenceFirst(const DbdFacts& f, Report& report) {
+    for (const SegmentFacts& s : f.segments) {
+        const FieldFacts* seq = sequenceField(s);
+        if (seq && seq != &s.fields.front())
+            report(seq->field, s.path + "/" + seq->name,
+                   "sequence field " + seq->name + " of segment " + s.name + " follows field " + s.fields.front().name +
+                       "; the sequence field is the segment's first");
+    }
+}
+
+// A DEDB has at most 127 segment types.
+void dedbSegments(const DbdFacts& f, Report& report) {
+    if (inFamily(f, Family::DataEntry))
+        beyond(f.dbd, f.name, "DEDB " + f.name, long(f.segments.size()), kMaxDedbSegments, "segment types", report);
+}
+
+// A DEDB segment type has at most 8 subset pointers (SSPTR).
+void subsetPointers(const DbdFacts& f, Report& report) {
+    const long most = krsource::keywordRow(krsource::Kw::SEGM_SSPTR).hi;
+    for (const SegmentFacts& s : f.segments)
+        if (auto* d = kr::dyn_cast<_DSSegmentDEDB>(s.segment); d && d->_get_subsetPointers() > most)
+            report(s.segment, s.path,
+                   "segment " + s.name + " has SSPTR=" + n(d->_get_subsetPointers()) + "; at most " + n(most) +
+                       " subset pointers are allowed");
+}
+
+// An MSDB holds root segments only, of fixed length, at most 32,000 bytes,
+// keyed by at most 240, in no logical relationship and with no secondary index.
+void msdbSegments(const DbdFacts& f, Report& report) {
+    if (!inFamily(f, Family::MainStorage)) return;
+    for (const SegmentFacts& s : f.segments) {
+        std::string what = "segment " + s.name + " of MSDB " + f.name;
+        if (s.parent >= 0) report(s.segment, s.path, what + " is not a root segment; an MSDB has roots only");
+        if (!fixedLength(s)) report(s.segment, s.path, what + " is of variable length; MSDB segments are fixed");
+        beyond(s.segment, s.path, what, s.segment->_get_maximumLength(), kMaxMsdbBytes, "bytes", report);
+        beyond(s.segment, s.path, what, s.keyBytes, kMaxMsdbKeyBytes, "key bytes", report);
+        if (std::string r = relationOf(s); !r.empty()) report(s.segment, s.path, what + " " + r);
+    }
+}
+
+// A SHISAM database is one root segment of fixed length, without secondary
+// index, logical relationship or compression.
+void shisamSegments(const DbdFacts& f, Report& report) {
+    if (!isNamed(f, "SHISAM")) return;
+    for (const SegmentFacts& s : f.segments) {
+        std::string what = "segment " + s.name + " of SHISAM " + f.name;
+        if (&s != &f.segments.front())
+            report(s.segment, s.path, what + " is a second segment; a SHISAM database has one");
+        if (!fixedLength(s)) report(s.segment, s.path, what + " is of variable length; a SHISAM segment is fixed");
+        if (std::string r = relationOf(s); !r.empty()) report(s.segment, s.path, what + " " + r);
+        if (s.segment->_get_compRoutine()->count())
+            report(s.segment, s.path, what + " is compressed (COMPRTN); a SHISAM segment is not");
+    }
+}
+
+// A GSAM database has at most one segment.
+void gsamSegments(const DbdFacts& f, Report& report) {
+    if (!inFamily(f, Family::Gsam)) return;
+    for (std::size_t i = 1; i < f.segments.size(); ++i)
+        report(f.segments[i].segment, f.segments[i].path,
+               "segment " + f.segments[i].name + " is a second segment; a GSAM database has at most one");
 }
 
 }  // namespace krcheck::rule

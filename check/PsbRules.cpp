@@ -3,6 +3,7 @@
 #include "RuleFunctions.h"
 
 #include <string_view>
+#include <unordered_map>
 
 namespace krcheck::rule {
 
@@ -169,6 +170,47 @@ void senfldCount(const PsbFacts& f, Report& report) {
 void pcbDbd(const PsbFacts& f, Report& report) {
     for (const PcbFacts& p : f.pcbs)
         if (p.based && !p.dbd) report(p.pcb, p.path, p.kind + " PCB " + p.path + " names no DBD (DBDNAME)");
+}
+
+// A PCB's name is unique within its PSB.
+void pcbNames(const PsbFacts& f, Report& report) {
+    std::unordered_map<std::string, const PcbFacts*> first;
+    for (const PcbFacts& p : f.pcbs) {
+        std::string name = str(p.pcb->_get_strPCBAccessName());
+        if (name.empty()) continue;
+        auto [it, fresh] = first.emplace(name, &p);
+        if (!fresh)
+            report(p.pcb, p.path,
+                   "PSB " + f.name + " names two PCBs " + name + " (the first is PCB " +
+                       std::to_string(it->second - f.pcbs.data() + 1) + ")");
+    }
+}
+
+// GSAM PCBs come after the database PCBs.
+void gsamLast(const PsbFacts& f, Report& report) {
+    const PcbFacts* gsam = nullptr;
+    for (const PcbFacts& p : f.pcbs) {
+        if (p.kind == "GSAM" && !gsam) gsam = &p;
+        if (p.kind == "DB" && gsam)
+            report(p.pcb, p.path, "database PCB follows GSAM PCB " + gsam->path + "; GSAM PCBs come last");
+    }
+}
+
+// A SENSEG has at most 255 SENFLDs.
+void senfldsPerSenseg(const PsbFacts& f, Report& report) {
+    for (const PcbFacts& p : f.pcbs)
+        for (const SensegFacts& s : p.sensegs)
+            beyond(s.senseg, s.path, "SENSEG " + s.name, long(s.senflds.size()), kMaxSenfldsPerSenseg, "SENFLDs",
+                   report);
+}
+
+// A SENSEG sensitive to its key alone (PROCOPT=K) has no SENFLD.
+void senfldKeyOnly(const PsbFacts& f, Report& report) {
+    for (const PcbFacts& p : f.pcbs)
+        for (const SensegFacts& s : p.sensegs)
+            if (str(s.senseg->_get_procoptSENSEG()) == "K" && !s.senflds.empty())
+                report(s.senflds.front(), s.path,
+                       "SENSEG " + s.name + " is sensitive to its key alone (PROCOPT=K) and has SENFLDs");
 }
 
 }  // namespace krcheck::rule

@@ -6,10 +6,19 @@
 #include <krmwtarn/check/Rules.h>
 
 #include <krmwtarn/model/framework/Navigation.h>
+#include <krmwtarn/source/Language.h>
 
 #include <string>
 
 namespace krcheck::rule {
+
+// What one definition may hold, counted by the generation utilities.
+inline constexpr long kMaxFieldsPerSegment = 255;  // FIELD and XDFLD statements of one segment
+inline constexpr long kMaxFieldsPerDbd = 1000;     // FIELD and XDFLD statements of one DBD
+inline constexpr long kMaxDedbSegments = 127;      // segment types of a DEDB
+inline constexpr long kMaxMsdbBytes = 32000;       // an MSDB segment's length
+inline constexpr long kMaxMsdbKeyBytes = 240;      // an MSDB segment's key
+inline constexpr long kMaxSenfldsPerSenseg = 255;  // SENFLDs of one SENSEG
 
 inline std::string str(const char* s) { return s ? std::string(s) : std::string(); }
 inline std::string n(long v) { return std::to_string(v); }
@@ -39,6 +48,15 @@ void primaryIndex(const DbdFacts&, Report&);
 void indexTarget(const DbdFacts&, Report&);
 void logicalHierarchy(const DbdFacts&, Report&);
 void segmentCount(const DbdFacts&, Report&);
+void dbdSegments(const DbdFacts&, Report&);
+void fieldCount(const DbdFacts&, Report&);
+void fieldNames(const DbdFacts&, Report&);
+void sequenceFirst(const DbdFacts&, Report&);
+void dedbSegments(const DbdFacts&, Report&);
+void subsetPointers(const DbdFacts&, Report&);
+void msdbSegments(const DbdFacts&, Report&);
+void shisamSegments(const DbdFacts&, Report&);
+void gsamSegments(const DbdFacts&, Report&);
 
 void psbName(const PsbFacts&, Report&);
 void tpFirst(const PsbFacts&, Report&);
@@ -52,5 +70,9 @@ void pcbCount(const PsbFacts&, Report&);
 void sensegCount(const PsbFacts&, Report&);
 void senfldCount(const PsbFacts&, Report&);
 void pcbDbd(const PsbFacts&, Report&);
+void pcbNames(const PsbFacts&, Report&);
+void gsamLast(const PsbFacts&, Report&);
+void senfldsPerSenseg(const PsbFacts&, Report&);
+void senfldKeyOnly(const PsbFacts&, Report&);
 
 }  // namespace krcheck::rule

@@ -55,6 +55,21 @@ const Rule table[] = {
      "an INDEX DBD is a HIDAM's primary index or an XDFLD's secondary index; a PSINDEX DBD an XDFLD's", indexTarget,
      nullptr},
     {"SEG-COUNT", E, "a DBD holds at most 255 segments", segmentCount, nullptr},
+    {"DBD-EMPTY", E, "a DBD other than GSAM has at least one segment", dbdSegments, nullptr},
+    {"FLD-COUNT", E, "a segment holds at most 255 fields and a DBD 1,000, XDFLDs counted as fields", fieldCount,
+     nullptr},
+    {"FLD-NAME", E, "a field's name is unique within its segment", fieldNames, nullptr},
+    {"SEQ-FIRST", E, "a segment's sequence field is its first field", sequenceFirst, nullptr},
+    {"DEDB-SEGMENTS", E, "a DEDB has at most 127 segment types", dedbSegments, nullptr},
+    {"DEDB-SSPTR", E, "a DEDB segment type has at most 8 subset pointers (SSPTR)", subsetPointers, nullptr},
+    {"MSDB-SEGMENTS", E,
+     "MSDB segments are roots of fixed length, at most 32,000 bytes, keyed by at most 240, without LCHILD or XDFLD",
+     msdbSegments, nullptr},
+    {"SHISAM-SEGMENT", E,
+     "a SHISAM database is one root segment of fixed length, without secondary index, logical relationship or "
+     "compression",
+     shisamSegments, nullptr},
+    {"GSAM-SEGMENT", E, "a GSAM database has at most one segment", gsamSegments, nullptr},
     {"PCB-COUNT", E, "a PSB holds at most 2,500 PCBs", nullptr, pcbCount},
     {"SENSEG-COUNT", E, "a PSB holds at most 30,000 SENSEGs", nullptr, sensegCount},
     {"SENFLD-COUNT", E, "a PSB holds at most 10,000 SENFLDs", nullptr, senfldCount},
@@ -68,6 +83,10 @@ const Rule table[] = {
     {"PROCOPT", E, "processing options are letters of GIRDAPONTELSHK, each once, at most four", nullptr, procopt},
     {"PROCSEQ-INDEX", E, "PROCSEQ names a secondary index of the PCB's DBD", nullptr, procseqIndex},
     {"SENFLD-FIT", E, "a SENFLD names a field of its segment and fits in that segment", nullptr, senfldFit},
+    {"PCB-NAME", E, "a PCB's name is unique within its PSB", nullptr, pcbNames},
+    {"GSAM-LAST", E, "GSAM PCBs come after the database PCBs", nullptr, gsamLast},
+    {"SENFLD-SENSEG", E, "a SENSEG has at most 255 SENFLDs", nullptr, senfldsPerSenseg},
+    {"SENFLD-KEY", E, "a SENSEG sensitive to its key alone (PROCOPT=K) has no SENFLD", nullptr, senfldKeyOnly},
 };
 }  // namespace
 

@@ -5,6 +5,7 @@
 // The decks they start from, decks at the rules' edges, the hand-written decks
 // and the built-in sample have no errors; findings read as the tool prints them.
 #include <krmwtarn/check/Rules.h>
+#include <krmwtarn/model/framework/Navigation.h>
 #include <krmwtarn/sample/SampleModel.h>
 
 #include <gtest/gtest.h>
@@ -81,6 +82,21 @@ const std::string kIndexDbd =
     "         LCHILD NAME=(ROOT,BASEDBD),INDEX=KEY,POINTER=INDX\n"
     "         DBDGEN\n";
 
+// An MSDB of one root keyed by its first 8 bytes.
+const std::string kMsdb =
+    "         DBD   NAME=RATEMSDB,ACCESS=MSDB\n"
+    "         DATASET REL=(FIXED,RATEKEY)\n"
+    "         SEGM  NAME=RATE,BYTES=32\n"
+    "         FIELD NAME=(RATEKEY,SEQ,U),BYTES=8,START=1\n"
+    "         DBDGEN\n";
+
+// A GSAM database, and a PCB of it.
+const std::string kGsamDbd =
+    "         DBD   NAME=GSAMDB,ACCESS=(GSAM,BSAM)\n"
+    "         DATASET DD1=GSAMIN,DD2=GSAMOUT,RECORD=(200),RECFM=F\n"
+    "         DBDGEN\n";
+const std::string kGsamPcb = "         PCB   TYPE=GSAM,DBDNAME=GSAMDB,PROCOPT=LS\n";
+
 std::string replaced(std::string text, const std::string& from, const std::string& to) {
     std::size_t at = text.find(from);
     EXPECT_NE(at, std::string::npos) << from;
@@ -100,6 +116,23 @@ std::string sixteenLevels() {
         d += "         SEGM  NAME=S" + std::to_string(i) + ",PARENT=" + (i == 1 ? "0" : "S" + std::to_string(i - 1)) +
              ",BYTES=10\n         FIELD NAME=(K" + std::to_string(i) + ",SEQ,U),START=1,BYTES=2\n";
     return d + "         DBDGEN\n";
+}
+
+// A DBD of a keyed root and `children` segments under it, ACCESS=`access`.
+std::string wideDbd(const std::string& access, int children) {
+    std::string d =
+        "         DBD   NAME=WIDEDBD,ACCESS=" + access + "\n" +
+        (access.rfind("DEDB", 0) == 0 ? "         AREA  DD1=WIDEAR1,SIZE=4096,UOW=(100,10),ROOT=(80,5)\n" : "") +
+        "         SEGM  NAME=WROOT,PARENT=0,BYTES=20\n         FIELD NAME=(WKEY,SEQ,U),START=1,BYTES=4\n";
+    for (int i = 1; i <= children; ++i) d += "         SEGM  NAME=W" + std::to_string(i) + ",PARENT=WROOT,BYTES=10\n";
+    return d + "         DBDGEN\n";
+}
+
+// BASEDBD's root with `count` fields of one byte each (its key the first).
+std::string manyFields(int count) {
+    std::string fields;
+    for (int i = 3; i <= count; ++i) fields += "         FIELD NAME=F" + std::to_string(i) + ",START=7,BYTES=1\n";
+    return replaced(kDbd, "BYTES=14\n", "BYTES=14\n" + fields);
 }
 
 std::string readFile(const std::string& path) {
@@ -137,8 +170,9 @@ H made(const std::string& id, const char* name = nullptr) {
     return h;
 }
 
-// A DBD of `count` segments, each the child of the first.
-Built segments(int count) {
+// A DBD of `count` segments, each the child of the first, the first with
+// `rootFields` fields and each other with `fields`.
+Built segments(int count, int fields = 0, int rootFields = 0) {
     auto d = made<DSDBD>("BIGDBD", "BIGDBD");
     DSSegment root;
     for (int i = 1; i <= count; ++i) {
@@ -149,6 +183,11 @@ Built segments(int count) {
             root = s;
         else
             DSParent(&s, &root, 1);
+        for (int j = 0; j < (i == 1 ? rootFields : fields); ++j) {
+            std::string field = "F" + std::to_string(j);
+            auto f = made<DSField>("BIGDBD." + name + "." + field, field.c_str());
+            DSHasField(&s, &f, 1);
+        }
     }
     return {{d}, "BIGDBD"};
 }
@@ -198,6 +237,23 @@ struct RootAndChild {
     }
 };
 
+// ROOT with a second field named KEY.
+Built twiceNamed() {
+    RootAndChild d("TWICEDBD");
+    auto again = made<DSField>("TWICEDBD.ROOT.KEY2", "KEY");
+    DSHasField(&d.root, &again, 1);
+    return {{d.dbd}, "TWICEDBD/ROOT/KEY"};
+}
+
+// A DEDB segment with one subset pointer beyond what SSPTR allows.
+Built subsetPointers() {
+    auto d = made<DSDBD>("SSPDBD", "SSPDBD");
+    auto s = made<DSSegmentDEDB>("SSPDBD.ROOT", "ROOT");
+    kr::cast<_DSSegmentDEDB>(s.impl())->_set_subsetPointers(9, omStore);
+    DSContainsSegment(&d, &s, 1);
+    return {{d}, "SSPDBD/ROOT"};
+}
+
 // CHILD a logical child whose logical parent LPARENT is in no DBD.
 Built orphanChild() {
     RootAndChild d("ORPHDBD");
@@ -227,6 +283,17 @@ Built pcbWithoutDbd() {
     auto db = made<DSPCBdb>("NODBDPSB.PCB1.DB");
     DSSpecifiedByType(&pcb, &db, 1);
     return {{p}, "NODBDPSB/NODBD"};
+}
+
+// Two PCBs of one PSB with one name.
+Built twoPcbsNamedAlike() {
+    auto p = made<DSPSB>("TWOPSB", "TWOPSB");
+    for (const char* id : {"TWOPSB.PCB1", "TWOPSB.PCB2"}) {
+        auto pcb = made<DSPCB>(id);
+        pcb->_set_strPCBAccessName("SAME", omStore);
+        DSIncludesPCB(&p, &pcb, nullptr, 1);
+    }
+    return {{p}, "TWOPSB/SAME"};
 }
 
 std::map<std::string, Trigger> triggers() {
@@ -277,6 +344,34 @@ std::map<std::string, Trigger> triggers() {
           "DBD "}},
         {"INDEX-TARGET", {{{"t.dbd", kDbd}, {"i.dbd", kIndexDbd}}, "i.dbd", "DBD "}},
         {"SEG-COUNT", {.build = [] { return segments(int(krsource::kMaxSegments) + 1); }}},
+        {"DBD-EMPTY",
+         {{{"e.dbd", "         DBD   NAME=EMPTYDB,ACCESS=HDAM,RMNAME=(DFSHDC40,1,10)\n         DBDGEN\n"}},
+          "e.dbd",
+          "DBD "}},
+        {"FLD-COUNT", dbd(manyFields(256), "NAME=ROOT")},
+        {"FLD-NAME", {.build = twiceNamed}},
+        {"SEQ-FIRST", dbd(replaced(kDbd, "         FIELD NAME=(KEY,SEQ,U),START=1,BYTES=6\n",
+                                   "         FIELD NAME=TEXT0,START=7,BYTES=1\n"
+                                   "         FIELD NAME=(KEY,SEQ,U),START=1,BYTES=6\n"),
+                          "NAME=(KEY")},
+        {"DEDB-SEGMENTS", {{{"w.dbd", wideDbd("DEDB,RMNAME=DBFHDC44", 127)}}, "w.dbd", "DBD "}},
+        {"DEDB-SSPTR", {.build = subsetPointers}},
+        {"MSDB-SEGMENTS", {{{"m.dbd", replaced(kMsdb, "BYTES=32", "BYTES=(32,16)")}}, "m.dbd", "SEGM  NAME=RATE"}},
+        {"SHISAM-SEGMENT", {{{"w.dbd", wideDbd("SHISAM", 1)}}, "w.dbd", "NAME=W1"}},
+        {"GSAM-SEGMENT", {{{"w.dbd", wideDbd("GSAM", 1)}}, "w.dbd", "NAME=W1"}},
+        {"PCB-NAME", {.build = twoPcbsNamedAlike}},
+        {"GSAM-LAST",
+         {{{"t.dbd", kDbd},
+           {"g.dbd", kGsamDbd},
+           {"t.psb", replaced(kPsb, "         PCB   TYPE=DB", kGsamPcb + "         PCB   TYPE=DB")}},
+          "t.psb",
+          "TYPE=DB"}},
+        {"SENFLD-SENSEG",
+         {.build =
+              [] {
+                  return Built{bigPsb("BIGPSB", 1, 1, 256).definitions, "BIGPSB/PCB1/"};
+              }}},
+        {"SENFLD-KEY", psb(replaced(kPsb, "NAME=ROOT,PARENT=0\n", "NAME=ROOT,PARENT=0,PROCOPT=K\n"), "SENFLD")},
         {"PCB-COUNT", {.build = [] { return bigPsb("BIGPSB", krsource::kMaxPCBs + 1, 0, 0); }}},
         {"SENSEG-COUNT", {.build = [] { return bigPsb("BIGPSB", 100, krsource::kMaxSensegs / 100 + 1, 0); }}},
         {"SENFLD-COUNT", {.build = [] { return bigPsb("BIGPSB", 1, 100, krsource::kMaxSenflds / 100 + 1); }}},
@@ -383,10 +478,21 @@ TEST_F(Check, TheTriggersStartFromDecksWithoutFindings) {
 
 // Each rule's edge that must pass: physical pairing both ways, logical
 // hierarchies through physical, destination and logical parents, an XDFLD on
-// another segment's field, a HIDAM with its primary index.
+// another segment's field, a HIDAM with its primary index; a DEDB of 127
+// segment types, a SHISAM and a GSAM database of one segment, a GSAM one of
+// none, an MSDB, a segment of 255 fields.
 TEST_F(Check, DecksAtTheRulesEdgesHaveNoFindings) {
-    for (const std::vector<krsource::Deck>& decks :
-         {std::vector<krsource::Deck>{{"p.dbd", kPairDbd}}, {{"t.dbd", hidam()}, {"i.dbd", kIndexDbd}}}) {
+    const std::string gsamLast = replaced(replaced(kPsb, "         PSBGEN", kGsamPcb + "         PSBGEN"),
+                                          "NAME=CHILD,PARENT=ROOT", "NAME=CHILD,PARENT=ROOT,PROCOPT=K");
+    for (const std::vector<krsource::Deck>& decks : {std::vector<krsource::Deck>{{"p.dbd", kPairDbd}},
+                                                     {{"t.dbd", hidam()}, {"i.dbd", kIndexDbd}},
+                                                     {{"w.dbd", wideDbd("DEDB,RMNAME=DBFHDC44", 126)}},
+                                                     {{"w.dbd", wideDbd("SHISAM", 0)}},
+                                                     {{"w.dbd", wideDbd("GSAM", 0)}},
+                                                     {{"g.dbd", kGsamDbd}},
+                                                     {{"t.dbd", kDbd}, {"g.dbd", kGsamDbd}, {"t.psb", gsamLast}},
+                                                     {{"m.dbd", kMsdb}},
+                                                     {{"t.dbd", manyFields(255)}}}) {
         krsource::LoadResult loaded = krsource::loadDecks(decks);
         std::string diagnostics;
         for (const krsource::Diagnostic& d : loaded.diagnostics) diagnostics += d.text() + "\n";
@@ -405,6 +511,16 @@ TEST_F(Check, DefinitionsAtTheLimitsHaveNoFindings) {
     EXPECT_EQ(all(krcheck::check(at)), "");
     DSRegistrar::releaseAll();
     EXPECT_EQ(all(krcheck::check(bigPsb("SENFLDS", 1, 100, krsource::kMaxSenflds / 100).definitions)), "");
+    DSRegistrar::releaseAll();
+    EXPECT_EQ(all(krcheck::check(bigPsb("SENSEG", 1, 1, 255).definitions)), "");
+}
+
+// A DBD's fields are counted over all its segments.
+TEST_F(Check, FieldsAreCountedOverTheDbd) {
+    EXPECT_EQ(all(krcheck::check(segments(5, 250).definitions)), "");
+    DSRegistrar::releaseAll();
+    EXPECT_EQ(all(krcheck::check(segments(5, 250, 1).definitions)),
+              "BIGDBD: error: [FLD-COUNT] DBD BIGDBD has 1001 fields and XDFLDs; at most 1000 are allowed\n");
 }
 
 TEST_F(Check, HandWrittenDecksHaveNoErrors) {
