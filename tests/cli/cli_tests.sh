@@ -84,6 +84,62 @@ case_check_findings_and_exit_status() {
     expect_err "krmwtarn check: the repository has no DBD or PSB named 'NOSUCH'"
 }
 
+# check --format sarif: a SARIF 2.1.0 log that an independent validator
+# accepts, deck URIs relative to where the check ran, rule ids that index the
+# driver's rules, and fingerprints that stay when a finding's cards move.
+case_check_sarif() {
+    local validator here
+    here="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+    validator="$here/sarif/node_modules/@microsoft/sarif-multitool-linux/Sarif.Multitool"
+    mkdir -p "$work/decks"
+    local cards=("         DBD   NAME=BADDBD,ACCESS=HDAM" "         SEGM  NAME=ROOT,PARENT=0,BYTES=10"
+        "         FIELD NAME=(KEY,SEQ,U),BYTES=12,START=1" "         DBDGEN")
+    printf '%s\n' "${cards[@]}" >"$work/decks/bad deck.dbd"
+    printf '%s\n' "* the same deck, its cards one further down" "${cards[@]}" >"$work/decks/moved.dbd"
+    last=(check "decks/bad deck.dbd" --format sarif)
+    (cd "$work" && "$tool" check "decks/bad deck.dbd" --format sarif >"$work/out" 2>"$work/err")
+    status=$?
+    expect_status 1
+    cp "$work/out" "$work/first.sarif"
+    (cd "$work/decks" && "$tool" check moved.dbd --format sarif >"$work/moved.sarif" 2>"$work/err")
+    python3 - "$work/first.sarif" "$work/moved.sarif" <<'PY' || fail "the SARIF log is not as code scanning wants it"
+import json, sys
+first, moved = (json.load(open(p)) for p in sys.argv[1:3])
+assert first["version"] == "2.1.0" and len(first["runs"]) == 1
+run = first["runs"][0]
+rules = [r["id"] for r in run["tool"]["driver"]["rules"]]
+assert len(rules) == len(set(rules)) and "RANDOMIZER" in rules and "FLD-RANGE" in rules
+assert run["originalUriBaseIds"]["SRCROOT"]["uri"].endswith("/")
+seen = {}
+for r in run["results"]:
+    assert rules[r["ruleIndex"]] == r["ruleId"], r
+    place = r["locations"][0]["physicalLocation"]
+    assert place["artifactLocation"] == {"uri": "decks/bad%20deck.dbd", "uriBaseId": "SRCROOT"}, place
+    assert place["region"]["startLine"] >= 1 and place["region"]["startColumn"] >= 1
+    seen[r["ruleId"]] = (place["region"]["startLine"], r["partialFingerprints"])
+assert seen["RANDOMIZER"][0] == 1 and seen["FLD-RANGE"][0] == 3, seen
+again = {r["ruleId"]: (r["locations"][0]["physicalLocation"]["region"]["startLine"], r["partialFingerprints"])
+         for r in moved["runs"][0]["results"]}
+for rule, (line, prints) in seen.items():
+    assert again[rule] == (line + 1, prints), (rule, again[rule], line, prints)
+assert len({json.dumps(p) for _, p in seen.values()}) == len(seen)
+PY
+    check 2 check "$work/decks/moved.dbd" --format xml
+    check 2 check "$work/decks/moved.dbd" --format sarif --json
+    if [ ! -x "$validator" ]; then
+        echo "skipped the validator: it is not installed (bash scripts/setup.sh installs it)"
+        exit 77
+    fi
+    DOTNET_SYSTEM_GLOBALIZATION_INVARIANT=1 "$validator" validate "$work/first.sarif" -o "$work/verdict.sarif" \
+        >"$work/err" 2>&1 || fail "the SARIF validator did not run"
+    python3 - "$work/verdict.sarif" <<'PY' || fail "the SARIF validator finds errors: $(grep -m3 ' error ' "$work/err")"
+import json, sys
+verdict = json.load(open(sys.argv[1]))
+errors = [r for r in verdict["runs"][0].get("results", []) if r.get("level", "warning") == "error"]
+sys.exit(1 if errors else 0)
+PY
+}
+
 case_version() {
     check 0 --version
     [ "$(cat "$work/out")" = "krmwtarn $version" ] || fail "--version is not 'krmwtarn $version'"

@@ -1,23 +1,33 @@
 // CheckCommand.cpp — `krmwtarn check`: the database manager's rules over the
 // definitions of decks, of a repository (all, or the DBDs and PSBs named) or of
 // the built-in sample, as `file:line:column: error|warning: [CODE] message`
-// lines (the object's path where there is no deck), or as JSON.
+// lines (the object's path where there is no deck), as JSON, or as a SARIF log.
 #include "CommandLine.h"
 #include "Commands.h"
 #include "Definitions.h"
+#include "SarifReport.h"
 
 #include <krmwtarn/check/Check.h>
 
 #include <nlohmann/json.hpp>
 
 #include <cstring>
+#include <filesystem>
 #include <iostream>
 
 namespace krmwtarn {
 namespace {
-void print(const std::vector<krcheck::Finding>& findings, bool asJson) {
-    if (!asJson) {
+enum class Format { Text, Json, Sarif };
+
+void print(const std::vector<krcheck::Finding>& findings, Format format) {
+    if (format == Format::Text) {
         for (const krcheck::Finding& f : findings) std::cout << f.text() << "\n";
+        return;
+    }
+    if (format == Format::Sarif) {
+        std::error_code ec;
+        std::filesystem::path here = std::filesystem::current_path(ec);
+        std::cout << sarifReport(findings, KRMWTARN_VERSION, ec ? std::filesystem::path("/") : here).dump(2) << "\n";
         return;
     }
     nlohmann::json list = nlohmann::json::array();
@@ -43,7 +53,7 @@ bool named(const ADObject& o, const std::string& name) {
 
 // The definitions of the decks ARGS, or with REPO the repository's (all, or
 // the DBDs and PSBs ARGS names), or the sample; exit 1 on any error finding.
-int checkDefinitions(const std::vector<std::string>& args, bool asJson, const std::string& repo) {
+int checkDefinitions(const std::vector<std::string>& args, Format format, const std::string& repo) {
     std::vector<krcheck::Finding> findings;
     if (repo.empty() && !args.empty()) {
         krsource::LoadResult loaded = krsource::loadDeckFiles(args);
@@ -71,7 +81,7 @@ int checkDefinitions(const std::vector<std::string>& args, bool asJson, const st
         }
         findings = krcheck::check(args.empty() ? defs.roots() : chosen);
     }
-    print(findings, asJson);
+    print(findings, format);
     return krcheck::hasErrors(findings) ? exitBadInput : exitDone;
 }
 }  // namespace
@@ -80,16 +90,28 @@ void addCheck(CommandLine& cli) {
     struct Arguments {
         std::vector<std::string> args;
         bool json = false;
+        std::string format = "text";
     };
     auto& a = cli.keep<Arguments>();
     CLI::App* command = cli.app.add_subcommand(
         "check", "Check definitions against the database manager's rules: decks, a repository (--repo), or the sample");
     command->add_option("DECK|NAME", a.args, "The decks to check; with --repo, the DBDs and PSBs to check")
         ->type_name("");
-    command->add_flag("--json", a.json, "Print the findings as a JSON document");
+    CLI::Option* json = command->add_flag("--json", a.json, "Print the findings as a JSON document (--format json)");
+    command
+        ->add_option("--format", a.format,
+                     "text (the default), json, or sarif: a SARIF 2.1.0 log for code scanning in CI, deck paths "
+                     "relative to the current directory")
+        ->check(CLI::IsMember({"text", "json", "sarif"}))
+        ->excludes(json);
     command->footer(
         "Findings: FILE:LINE:COLUMN: error|warning: [CODE] message (the object's path where there is no deck).\n"
         "Exit status: 0 no errors, 1 an error found or bad input, 2 bad usage.");
-    cli.runs(command, [&cli, &a] { return checkDefinitions(a.args, a.json, cli.repo); });
+    cli.runs(command, [&cli, &a] {
+        const Format format = a.json || a.format == "json" ? Format::Json
+                              : a.format == "sarif"        ? Format::Sarif
+                                                           : Format::Text;
+        return checkDefinitions(a.args, format, cli.repo);
+    });
 }
 }  // namespace krmwtarn
