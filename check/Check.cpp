@@ -38,11 +38,10 @@ private:
 
 namespace {
 // Every rule of one kind (the rule's member `onKind`) over the facts of one definition.
-template <class Facts, class Impl>
-std::vector<Finding> apply(Impl* definition, const krsource::LoadResult* from,
+template <class Facts>
+std::vector<Finding> apply(const Facts& facts, const krsource::LoadResult* from,
                            void (*Rule::*onKind)(const Facts&, Report&)) {
     std::vector<Finding> out;
-    Facts facts(definition);
     for (const Rule& r : rules()) {
         if (!(r.*onKind)) continue;
         Collect report(r, from, out);
@@ -50,35 +49,52 @@ std::vector<Finding> apply(Impl* definition, const krsource::LoadResult* from,
     }
     return out;
 }
+
+std::vector<Finding> checkPsb(_DSPSB* psb, const krsource::LoadResult* from,
+                              const std::unordered_set<std::string>* dbdNames) {
+    PsbFacts facts(psb);
+    facts.dbdNames = dbdNames;
+    return apply(facts, from, &Rule::onPsb);
+}
+
+std::string nameOf(_DSDBD* dbd) {
+    const char* name = dbd->_get_strDBDName();
+    return name ? name : "";
+}
 }  // namespace
 
 std::vector<Finding> check(_DSDBD* dbd, const krsource::LoadResult* from) {
-    return apply<DbdFacts>(dbd, from, &Rule::onDbd);
+    return apply(DbdFacts(dbd), from, &Rule::onDbd);
 }
 
-std::vector<Finding> check(_DSPSB* psb, const krsource::LoadResult* from) {
-    return apply<PsbFacts>(psb, from, &Rule::onPsb);
-}
+std::vector<Finding> check(_DSPSB* psb, const krsource::LoadResult* from) { return checkPsb(psb, from, nullptr); }
 
 std::vector<Finding> check(const krsource::LoadResult& loaded) {
     std::vector<Finding> out;
     auto take = [&](std::vector<Finding> found) {
         for (Finding& f : found) out.push_back(std::move(f));
     };
-    for (const DSDBD& d : loaded.dbds) take(check(d.operator->(), &loaded));
-    for (const DSPSB& p : loaded.psbs) take(check(p.operator->(), &loaded));
+    std::unordered_set<std::string> dbdNames;
+    for (const DSDBD& d : loaded.dbds) {
+        dbdNames.insert(nameOf(d.operator->()));
+        take(check(d.operator->(), &loaded));
+    }
+    for (const DSPSB& p : loaded.psbs) take(checkPsb(p.operator->(), &loaded, &dbdNames));
     return out;
 }
 
 std::vector<Finding> check(const std::vector<ADObject>& definitions) {
     std::vector<Finding> out;
+    std::unordered_set<std::string> dbdNames;
+    for (const ADObject& d : definitions)
+        if (auto* dbd = kr::dyn_cast<_DSDBD>(d.impl())) dbdNames.insert(nameOf(dbd));
     for (const ADObject& d : definitions) {
         if (d.isEmpty()) continue;
         std::vector<Finding> found;
         if (auto* dbd = kr::dyn_cast<_DSDBD>(d.impl()))
             found = check(dbd);
         else if (auto* psb = kr::dyn_cast<_DSPSB>(d.impl()))
-            found = check(psb);
+            found = checkPsb(psb, nullptr, &dbdNames);
         for (Finding& f : found) out.push_back(std::move(f));
     }
     return out;

@@ -186,6 +186,19 @@ void pcbNames(const PsbFacts& f, Report& report) {
     }
 }
 
+// A PSB and a DBD share the library of control blocks, so they cannot share a
+// name. Checked alone, a PSB knows only the DBDs its PCBs name.
+void psbNamedLikeDbd(const PsbFacts& f, Report& report) {
+    bool clash = false;
+    if (f.dbdNames)
+        clash = f.dbdNames->count(f.name) != 0;
+    else
+        for (const PcbFacts& p : f.pcbs) clash = clash || (p.dbd && str(p.dbd->_get_strDBDName()) == f.name);
+    if (clash)
+        report(f.psb, f.name,
+               "PSB " + f.name + " has the name of a DBD; the control-block generation cannot hold both");
+}
+
 // GSAM PCBs come after the database PCBs.
 void gsamLast(const PsbFacts& f, Report& report) {
     const PcbFacts* gsam = nullptr;

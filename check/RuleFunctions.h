@@ -70,6 +70,7 @@ void pcbCount(const PsbFacts&, Report&);
 void sensegCount(const PsbFacts&, Report&);
 void senfldCount(const PsbFacts&, Report&);
 void pcbDbd(const PsbFacts&, Report&);
+void psbNamedLikeDbd(const PsbFacts&, Report&);
 void pcbNames(const PsbFacts&, Report&);
 void gsamLast(const PsbFacts&, Report&);
 void senfldsPerSenseg(const PsbFacts&, Report&);

@@ -84,6 +84,8 @@ const Rule table[] = {
     {"PROCSEQ-INDEX", E, "PROCSEQ names a secondary index of the PCB's DBD", nullptr, procseqIndex},
     {"SENFLD-FIT", E, "a SENFLD names a field of its segment and fits in that segment", nullptr, senfldFit},
     {"PCB-NAME", E, "a PCB's name is unique within its PSB", nullptr, pcbNames},
+    {"PSB-DBD-NAME", W, "a PSB is not named like a DBD: the control-block generation holds both in one library",
+     nullptr, psbNamedLikeDbd},
     {"GSAM-LAST", E, "GSAM PCBs come after the database PCBs", nullptr, gsamLast},
     {"SENFLD-SENSEG", E, "a SENSEG has at most 255 SENFLDs", nullptr, senfldsPerSenseg},
     {"SENFLD-KEY", E, "a SENSEG sensitive to its key alone (PROCOPT=K) has no SENFLD", nullptr, senfldKeyOnly},

@@ -16,6 +16,7 @@
 #include <span>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace krcheck {
@@ -77,6 +78,9 @@ struct PsbFacts {
     _DSPSB* psb;
     std::string name;
     std::vector<PcbFacts> pcbs;
+    // The names of every DBD checked with the PSB (a load's, a repository's);
+    // null when the PSB is checked alone, and only its PCBs' DBDs are known.
+    const std::unordered_set<std::string>* dbdNames = nullptr;
     explicit PsbFacts(_DSPSB* p);
 
 private:

@@ -382,6 +382,7 @@ std::map<std::string, Trigger> triggers() {
           "l.dbd",
           "NAME=LROOT"}},
         {"PSB-NAME", psb(replaced(kPsb, "PSBNAME=BASEPSB", "PSBNAME=BASEPSBXY"), "PSBGEN")},
+        {"PSB-DBD-NAME", psb(replaced(kPsb, "PSBNAME=BASEPSB", "PSBNAME=BASEDBD"), "PSBGEN")},
         {"TP-FIRST", psb(replaced(replaced(kPsb, "         PCB   TYPE=TP,NAME=OUT\n", ""), "         PSBGEN",
                                   "         PCB   TYPE=TP,NAME=OUT\n         PSBGEN"),
                          "TYPE=TP")},
@@ -474,6 +475,20 @@ TEST_F(Check, TheTriggersStartFromDecksWithoutFindings) {
     krsource::LoadResult loaded = krsource::loadDecks({{"t.dbd", kDbd}, {"t.psb", kPsb}});
     ASSERT_TRUE(loaded.ok());
     EXPECT_EQ(all(krcheck::check(loaded)), "");
+}
+
+// A PSB and a DBD may not share a name: with a load or a repository, every
+// DBD checked with the PSB is known; a PSB checked alone knows only its PCBs'.
+TEST_F(Check, APsbNamedLikeADbdIsFoundAmongTheDbdsCheckedWithIt) {
+    const std::string other = replaced(kDbd, "NAME=BASEDBD", "NAME=OTHERDB");
+    krsource::LoadResult loaded = krsource::loadDecks(
+        {{"t.dbd", kDbd}, {"o.dbd", other}, {"t.psb", replaced(kPsb, "PSBNAME=BASEPSB", "PSBNAME=OTHERDB")}});
+    ASSERT_TRUE(loaded.ok());
+    EXPECT_NE(all(krcheck::check(loaded)).find("[PSB-DBD-NAME] PSB OTHERDB has the name of a DBD"), std::string::npos);
+    std::vector<ADObject> definitions(loaded.dbds.begin(), loaded.dbds.end());
+    definitions.emplace_back(loaded.psbs.front());
+    EXPECT_NE(all(krcheck::check(definitions)).find("[PSB-DBD-NAME]"), std::string::npos);
+    EXPECT_EQ(all(krcheck::check(loaded.psbs.front().operator->())), "");
 }
 
 // Each rule's edge that must pass: physical pairing both ways, logical
