@@ -109,12 +109,14 @@ TEST_F(Legal, AnAccessOfAnotherClassLacksWhatItsOrganisationNeeds) {
         DSDBDaccess a("CHECK", (name + ".ACCESS").c_str(), 1);
         a->_set_dliAccess(org, omStore);
         DSDefinedByAccess(&d, &a, 1);
+        // Without segments it is also an empty DBD.
         std::string text = all(krcheck::check(d.operator->()));
         EXPECT_EQ(text,
-                  std::string(org) == "HIDAM"
-                      ? "HIDAMDB: error: [HIDAM-INDEX] HIDAM database HIDAMDB has no primary index "
-                        "(LCHILD ...,POINTER=INDX)\n"
-                      : "HDAMDB: error: [RANDOMIZER] HDAM database HDAMDB names no randomizing module (RMNAME)\n");
+                  (std::string(org) == "HIDAM"
+                       ? "HIDAMDB: error: [HIDAM-INDEX] HIDAM database HIDAMDB has no primary index "
+                         "(LCHILD ...,POINTER=INDX)\n"
+                       : "HDAMDB: error: [RANDOMIZER] HDAM database HDAMDB names no randomizing module (RMNAME)\n") +
+                      name + ": error: [DBD-EMPTY] DBD " + name + " has no segments (SEGM statements)\n");
     }
 }
 
@@ -186,7 +188,7 @@ TEST_F(Legal, OverlappingFieldsAreLegal) {
 // Each organisation's usual statements: HISAM with its overflow data set,
 // GSAM over BSAM with its record format and one bare segment, HDAM with its
 // randomizer's parameters, HIDAM with its index keyed by a root field, a PSB
-// with a GSAM PCB.
+// with a GSAM PCB after its database PCB.
 TEST_F(Legal, UsualDecksOfEachOrganisationHaveNoFindings) {
     std::string hisam =
         "         DBD   NAME=HISDB,ACCESS=(HISAM,VSAM)\n"
@@ -207,10 +209,10 @@ TEST_F(Legal, UsualDecksOfEachOrganisationHaveNoFindings) {
         "         FIELD NAME=(KEY,SEQ,U),START=1,BYTES=6\n"
         "         DBDGEN\n";
     std::string psb =
-        "         PCB   TYPE=GSAM,DBDNAME=GSDB,PROCOPT=LS\n"
         "         PCB   TYPE=DB,DBDNAME=HISDB,PROCOPT=A,KEYLEN=6\n"
         "         SENSEG NAME=ROOT,PARENT=0\n"
         "         SENSEG NAME=CHILD,PARENT=ROOT\n"
+        "         PCB   TYPE=GSAM,DBDNAME=GSDB,PROCOPT=LS\n"
         "         PSBGEN LANG=COBOL,PSBNAME=USUALPSB\n";
     EXPECT_EQ(all(checked(
                   {{"hisam.dbd", hisam}, {"gsam.dbd", gsam}, {"hdam.dbd", hdam}, {"c.dbd", kIndexed}, {"u.psb", psb}})),
