@@ -75,8 +75,9 @@ nlohmann::json sarifReport(const std::vector<kr::Finding>& findings, const std::
             if (f.line > 0) physical["region"] = {{"startLine", f.line}, {"startColumn", f.column > 0 ? f.column : 1}};
             location["physicalLocation"] = std::move(physical);
         }
-        if (!f.path.empty()) location["logicalLocations"] = {{{"fullyQualifiedName", f.path}}};
-        if (!location.empty()) result["locations"] = {std::move(location)};
+        // Arrays are made as such: a braced list of one object may be taken for the object.
+        if (!f.path.empty()) location["logicalLocations"] = nlohmann::json::array({{{"fullyQualifiedName", f.path}}});
+        if (!location.empty()) result["locations"] = nlohmann::json::array({std::move(location)});
         const int occurrence = seen[{f.code, f.path}]++;
         result["partialFingerprints"] = {
             {"krmwtarnObject/v1", fingerprint(f.code + '\x1f' + f.path + '\x1f' + std::to_string(occurrence))}};
@@ -84,18 +85,18 @@ nlohmann::json sarifReport(const std::vector<kr::Finding>& findings, const std::
     }
     std::string root = "file://" + uriEncoded(base.generic_string());
     if (root.back() != '/') root += '/';
-    return {{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
-            {"version", "2.1.0"},
-            {"runs",
-             {{{"tool",
-                {{"driver",
-                  {{"name", "krmwtarn"},
-                   {"version", version},
-                   {"semanticVersion", version},
-                   {"rules", std::move(rules)}}}}},
-               {"originalUriBaseIds", {{"SRCROOT", {{"uri", root}}}}},
-               {"columnKind", "unicodeCodePoints"},
-               {"results", std::move(results)}}}}};
+    nlohmann::json driver = {
+        {"name", "krmwtarn"}, {"version", version}, {"semanticVersion", version}, {"rules", std::move(rules)}};
+    nlohmann::json run = nlohmann::json::object();
+    run["tool"] = {{"driver", std::move(driver)}};
+    run["originalUriBaseIds"] = {{"SRCROOT", {{"uri", root}}}};
+    run["columnKind"] = "unicodeCodePoints";
+    run["results"] = std::move(results);
+    nlohmann::json log = nlohmann::json::object();
+    log["$schema"] = "https://json.schemastore.org/sarif-2.1.0.json";
+    log["version"] = "2.1.0";
+    log["runs"] = nlohmann::json::array({std::move(run)});
+    return log;
 }
 
 }  // namespace krmwtarn
